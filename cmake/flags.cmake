@@ -1,0 +1,28 @@
+# Flags of everything that is built here.
+add_library(tessera_flags INTERFACE)
+target_compile_features(tessera_flags INTERFACE cxx_std_20)
+target_compile_options(
+  tessera_flags
+  INTERFACE -Wall
+            -Wextra
+            -Wpedantic
+            -Wconversion
+            -Wshadow
+            -Werror
+            -ffp-contract=off # sums and products stay as written: none is fused
+            "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=." # the same bytes from any folder
+            "-ffile-prefix-map=${PROJECT_BINARY_DIR}=build")
+
+if(TESSERA_SANITIZE)
+  # Dividing by zero is the model's own rule, so float-divide-by-zero stays out.
+  set(sanitizers -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_options(tessera_flags INTERFACE ${sanitizers})
+  target_link_options(tessera_flags INTERFACE ${sanitizers})
+endif()
+
+# Flags of the unit itself: only the FMI functions are visible, and two copies of the library in one process share
+# nothing.
+add_library(tessera_unit_flags INTERFACE)
+target_link_libraries(tessera_unit_flags INTERFACE tessera_flags)
+target_compile_options(tessera_unit_flags INTERFACE -fPIC -fvisibility=hidden -fvisibility-inlines-hidden
+                                                    $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
