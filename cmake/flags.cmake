@@ -1,4 +1,5 @@
 # Flags of everything that is built here.
+set(CMAKE_CXX_EXTENSIONS OFF)
 add_library(tessera_flags INTERFACE)
 target_compile_features(tessera_flags INTERFACE cxx_std_20)
 target_compile_options(

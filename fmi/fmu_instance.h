@@ -19,9 +19,9 @@ struct FmuInstance {
   char* fmuResourceLocation;               ///< null when none was given
   const fmi2CallbackFunctions* functions;  ///< the importer's; must outlive the instance
   std::int32_t visible;
-  std::int32_t loggingOn;  ///< gates the trace of the variable accessors, nothing else
-  double time;             ///< FMU time, s
-  double** realPtrs;       ///< kRealCount cells
+  std::int32_t loggingOn;       ///< gates the trace of the variable accessors, nothing else
+  double time;                  ///< FMU time, s
+  double** realPtrs;            ///< kRealCount cells
   std::int32_t** integerPtrs;   ///< null: no Integer variables
   unsigned char** booleanPtrs;  ///< kBooleanCount cells
   char** stringPtrs;            ///< null: no String variables

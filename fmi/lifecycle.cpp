@@ -147,8 +147,7 @@ fmi2Component fmi2Instantiate(fmi2String instanceName, fmi2Type fmuType, fmi2Str
   if ((instance.instanceName = copy_text(instanceName)) == nullptr) return out_of_memory();
   instance.fmuType = fmuType;
   if ((instance.fmuGUID = copy_text(fmuGUID)) == nullptr) return out_of_memory();
-  if (fmuResourceLocation != nullptr &&
-      (instance.fmuResourceLocation = copy_text(fmuResourceLocation)) == nullptr) {
+  if (fmuResourceLocation != nullptr && (instance.fmuResourceLocation = copy_text(fmuResourceLocation)) == nullptr) {
     return out_of_memory();
   }
   instance.functions = functions;

@@ -41,7 +41,9 @@ struct BooleanVariables {
   static constexpr double kCount = kBooleanCount;
   static constexpr const char* kGetTrace = "getBoolean vr:%d, value:%u";
   static constexpr const char* kSetTrace = "setBoolean vr:%d, value:%u";
-  static Value get(const FmuInstance& instance, fmi2ValueReference vr) { return *instance.booleanPtrs[vr] != 0 ? 1 : 0; }
+  static Value get(const FmuInstance& instance, fmi2ValueReference vr) {
+    return *instance.booleanPtrs[vr] != 0 ? 1 : 0;
+  }
   static void set(FmuInstance& instance, fmi2ValueReference vr, Value value) {
     unsigned char& cell = *instance.booleanPtrs[vr];
     const unsigned char flag = value != 0 ? 1 : 0;

@@ -12,10 +12,14 @@ namespace {
 
 double apply(const Scale& scale, double value, double own) {
   switch (scale.operation) {
-    case Scale::Operation::add: return value + scale.by;
-    case Scale::Operation::multiply: return value * scale.by;
-    case Scale::Operation::multiply_by_own_source: return value * own;
-    case Scale::Operation::none: break;
+    case Scale::Operation::add:
+      return value + scale.by;
+    case Scale::Operation::multiply:
+      return value * scale.by;
+    case Scale::Operation::multiply_by_own_source:
+      return value * own;
+    case Scale::Operation::none:
+      break;
   }
   return value;
 }

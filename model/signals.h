@@ -30,7 +30,7 @@ struct Signals {
 
 /// Discrete work.
 struct DiscreteWork {
-  bool integrators_start;                         ///< true in the first major step: states start on their inputs
+  bool integrators_start;                          ///< true in the first major step: states start on their inputs
   std::array<bool, kStateCount> sub_block_active;  ///< of the states whose rule is an enabled one
   MemoryValues memory;
 };

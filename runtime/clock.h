@@ -17,12 +17,17 @@ inline double model_time() { return Tessera_M_.time[0]; }
 inline bool hits(Rate rate) {
   const auto task_hits = [](std::size_t task) { return is_major_step() && Tessera_M_.task_counter[task] == 0; };
   switch (rate) {
-    case Rate::tick_1ms: return task_hits(1);
-    case Rate::tick_10ms: return task_hits(2);
-    case Rate::tick_100ms: return task_hits(3);
-    case Rate::tick_1s: return task_hits(4);
+    case Rate::tick_1ms:
+      return task_hits(1);
+    case Rate::tick_10ms:
+      return task_hits(2);
+    case Rate::tick_100ms:
+      return task_hits(3);
+    case Rate::tick_1s:
+      return task_hits(4);
     case Rate::constant:
-    case Rate::continuous: break;
+    case Rate::continuous:
+      break;
   }
   return true;
 }

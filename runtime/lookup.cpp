@@ -10,7 +10,9 @@ struct Place {
 
 enum class EndRule { clip, extrapolate };
 
-double fraction_in(const double* bp, std::uint32_t left, double u) { return (u - bp[left]) / (bp[left + 1] - bp[left]); }
+double fraction_in(const double* bp, std::uint32_t left, double u) {
+  return (u - bp[left]) / (bp[left + 1] - bp[left]);
+}
 
 template <EndRule ends>
 Place find(double u, const double* bp, std::uint32_t maxIndex) {

@@ -3,8 +3,8 @@
 /// Non-finite constants with fixed bits, tests that hold in any floating point mode, and a power function that is
 /// safe for non-finite and negative arguments.
 
-extern double rtInf, rtMinusInf, rtNaN;     ///< bits 0x7FF0000000000000, 0xFFF0000000000000, 0xFFF8000000000000
-extern float rtInfF, rtMinusInfF, rtNaNF;   ///< bits 0x7F800000, 0xFF800000, 0xFFC00000
+extern double rtInf, rtMinusInf, rtNaN;    ///< bits 0x7FF0000000000000, 0xFFF0000000000000, 0xFFF8000000000000
+extern float rtInfF, rtMinusInfF, rtNaNF;  ///< bits 0x7F800000, 0xFF800000, 0xFFC00000
 
 /// Writes the constants above anew. They hold the same bits from load on.
 void rt_InitInfAndNaN();

@@ -2,7 +2,8 @@
 
 namespace {
 
-constexpr double kB[3][3] = {{0.5, 0.0, 0.0}, {0.0, 0.75, 0.0}, {0.2222222222222222, 0.3333333333333333, 0.4444444444444444}};
+constexpr double kB[3][3] = {
+    {0.5, 0.0, 0.0}, {0.0, 0.75, 0.0}, {0.2222222222222222, 0.3333333333333333, 0.4444444444444444}};
 
 /// Evaluates the model at the stage and leaves its derivatives in f.
 void evaluate_stage(const SolverInfo& solver, double time, StateVector& f) {

@@ -1,0 +1,178 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include "model/signals.h"
+#include "runtime/clock.h"
+
+namespace {
+
+class Plant : public ::testing::Test {
+ protected:
+  Plant() {
+    for (std::size_t k = 0; k < kInputCount; ++k) Tessera_P.real[k] = kInputs[k].start;
+    Tessera_P.boolean = {};
+    Tessera_initialize();
+  }
+
+  static void open_gate(input::Index k, double value) {
+    Tessera_P.real[k] = value;
+    Tessera_P.boolean[k] = 1;
+  }
+
+  static void step_to(double time) {
+    while (model_time() < time - 0.0005) Tessera_step();
+  }
+};
+
+/// Start mass [mg] of a slot: ideal gas at 313.15 K with the plant's round molar masses and R = 8.314 J/(mol K).
+double start_mass_mg(double pressure, double volume, double fraction, double mole_per_gram) {
+  return 1.0 / 8.314 / mole_per_gram / 1000 * pressure / 313.15 * volume * fraction * 1e6;
+}
+
+TEST(Catalogue, StartMassesFollowFromPressureVolumeAndComposition) {
+  const double air = 0.23 / 32 + 0.77 / 28, hydrogen = 1.0 / 2;
+  const auto start = [](state::Index s) { return kStates[s].start.value; };
+  EXPECT_NEAR(start(state::H2Tank_m1), start_mass_mg(7e7, 0.2, 1, hydrogen), 1e-13 * 1e7);
+  for (const state::Index s : {state::GVMP1_m1, state::GV01H1_m1, state::GV02H_m1, state::GV03H1_m1, state::anode_m1}) {
+    EXPECT_NEAR(start(s), start_mass_mg(1e5, 0.0011, 1, hydrogen), 1e-11) << s;
+  }
+  for (const state::Index s : {state::GV01A1_m1, state::GV02A1_m1, state::GV03A_m1, state::GV04A1_m1}) {
+    EXPECT_NEAR(start(s), start_mass_mg(1e5, 0.0011, 0.23, air), 1e-10) << s;
+    EXPECT_NEAR(start(state::Index(s + 1)), start_mass_mg(1e5, 0.0011, 0.77, air), 1e-10) << s;
+  }
+  for (const state::Index s : {state::humidifier1_m1, state::cathode_m1, state::humidifier2_m1}) {
+    EXPECT_NEAR(start(s), start_mass_mg(1e5, 0.0055, 0.23, air), 1e-9) << s;
+    EXPECT_NEAR(start(state::Index(s + 1)), start_mass_mg(1e5, 0.0055, 0.77, air), 1e-9) << s;
+  }
+}
+
+TEST(Catalogue, StatesOfAGasVolumeStandTogether) {
+  for (std::size_t i = 0; i < kStateCount; ++i) {
+    const std::string id(kStates[i].id);
+    if (!id.ends_with("_m1")) continue;
+    const std::string volume = id.substr(0, id.size() - 3);
+    EXPECT_EQ(kStates[i + 1].id, volume + "_m2");
+    EXPECT_EQ(kStates[i + 2].id, volume + "_m3");
+    if (volume != "Air_outRadia") {
+      EXPECT_EQ(kStates[i + 3].id, volume + "_T");
+    }
+    for (std::size_t slot = i; slot < i + 3; ++slot) EXPECT_EQ(kStates[slot].rule, StateRule::limit_0_inf) << id;
+  }
+}
+
+TEST_F(Plant, EachInputTakesItsOwnSourceOrItsParameterThroughTheirScales) {
+  using enum input::Index;
+  struct Case {
+    input::Index k;
+    double InputsInForce::*in_force;
+    double own, from_parameter;  // from the parameter's start value
+  };
+  const Case cases[] = {
+      {ambient_temperature, &InputsInForce::ambient_temperature, 313.15, 318.15},
+      {hv_auxiliary_power, &InputsInForce::hv_auxiliary_power, 1500, 3000},
+      {lv_load_power, &InputsInForce::lv_load_power, 1000, 2000},
+      {ambient_pressure, &InputsInForce::ambient_pressure, 1e5, 1.2e5},
+      {road_slope, &InputsInForce::road_slope, 0, 1},
+      {ambient_humidity, &InputsInForce::ambient_humidity, 30, 50},
+      {cathode_pressure, &InputsInForce::cathode_pressure, 1.4e5, 1.4e5},
+      {wind_speed, &InputsInForce::wind_speed, 0, 1 / 3.6},
+      {system_command, &InputsInForce::system_command, 1, 1},
+      {power_demand, &InputsInForce::power_demand, 20000, 10000},
+      {vehicle_speed, &InputsInForce::vehicle_speed, 0, 120},
+      {coolant_temperature, &InputsInForce::coolant_temperature, 338.15, 50},  // no offset on the parameter
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(kInputs[c.k].parameter);
+    Tessera_P.boolean = {};
+    Tessera_initialize();
+    Tessera_step();
+    EXPECT_NEAR(Tessera_B.in.*c.in_force, c.own, 1e-11);
+    open_gate(c.k, kInputs[c.k].start);
+    Tessera_step();
+    EXPECT_NEAR(Tessera_B.in.*c.in_force, c.from_parameter, 1e-11);
+  }
+}
+
+TEST_F(Plant, LagsStartOnTheirInputAndFollowIt) {
+  open_gate(input::ambient_pressure, 0.9);
+  open_gate(input::power_demand, -5.0);
+  Tessera_initialize();
+  step_to(0.5);
+  EXPECT_EQ(Tessera_X[state::ambient_pressure], 0.9 * 100000.0);
+  EXPECT_EQ(Tessera_X[state::power_demand], 0.0);  // never below 0
+  EXPECT_EQ(Tessera_X[state::stoichiometry], 2.0);
+
+  open_gate(input::ambient_pressure, 1.0);
+  open_gate(input::power_demand, std::numeric_limits<double>::quiet_NaN());
+  step_to(1.5);
+  EXPECT_NEAR(Tessera_X[state::ambient_pressure], 1e5 - 1e4 * std::exp(-1.0), 1e-4);
+  EXPECT_EQ(Tessera_X[state::power_demand], 0.0);
+}
+
+TEST_F(Plant, ScenarioRampsBetweenItsSamplesAndHoldsItsEnd) {
+  const auto demand_at = [](double time) {
+    Tessera_M_.step_mode = kMinorStep;  // an evaluation alone
+    Tessera_M_.time[0] = time;
+    Tessera_step();
+    return Tessera_B.in.power_demand;
+  };
+  EXPECT_EQ(demand_at(196.0), 20000.0);
+  EXPECT_EQ(demand_at(196.5), 17500.0);
+  EXPECT_EQ(demand_at(197.0), 15000.0);
+  EXPECT_EQ(demand_at(312.0), 20000.0);
+  EXPECT_EQ(demand_at(423.0), 10000.0);
+  EXPECT_EQ(demand_at(576.0), 20000.0);
+  EXPECT_EQ(demand_at(1802.0), 20000.0);
+  EXPECT_EQ(Tessera_B.in.vehicle_speed, 133.31);
+  EXPECT_EQ(demand_at(5000.0), 20000.0);
+  EXPECT_EQ(Tessera_B.in.vehicle_speed, 0.0);
+}
+
+TEST_F(Plant, DistanceIsTheIntegralOfTheLaggedSpeed) {
+  open_gate(input::vehicle_speed, 0.0);
+  Tessera_initialize();
+  open_gate(input::vehicle_speed, 72.0);
+  Tessera_step();  // starts on 72
+  Tessera_P.real[input::vehicle_speed] = 36.0;
+  step_to(3.0);
+  // v = 36 + 36 exp(-t) km/h from t = 1 ms on
+  const double t = 3.0 - 0.001;
+  EXPECT_NEAR(Tessera_X[state::distance], (0.001 * 72 + 36 * t + 36 * (1 - std::exp(-t))) / 3600, 1e-9);
+}
+
+TEST_F(Plant, SubBlocksThatAreOffHoldTheirStates) {
+  step_to(0.1);
+  for (const state::Index s : {state::CoolantVolume_p, state::Water_Inlet_Rad_p}) EXPECT_EQ(Tessera_X[s], 200000.0);
+  for (const state::Index s : {state::H2Tank_purge, state::GV01H1_purge, state::stack_power_pi}) EXPECT_EQ(Tessera_X[s], 0.0);
+}
+
+TEST_F(Plant, ConstantOutputsStand) {
+  struct Constant {
+    std::size_t vr;
+    double value;
+  };
+  step_to(0.2);
+  for (const auto& [vr, value] : {Constant{17, 1.0}, {23, 1.0}, {24, 40.0}, {120, 0.23}, {128, 1.0}, {130, 32.0},
+                                  {131, 19.2}, {133, 60.0}, {134, 0.18}, {135, 0.09}, {137, 50.0}, {141, 100.0},
+                                  {144, 20.0}}) {
+    EXPECT_NEAR(Tessera_Y[vr], value, 1e-14 * value) << vr;
+    EXPECT_EQ(kOutputs[vr].rate, Rate::constant) << vr;
+  }
+}
+
+TEST_F(Plant, ASecondInitializationStartsTheSameRun) {
+  open_gate(input::vehicle_speed, 80.0);
+  Tessera_initialize();
+  step_to(0.05);
+  const StateVector first = Tessera_X;
+  Tessera_initialize();
+  EXPECT_EQ(model_time(), 0.0);
+  step_to(0.05);
+  EXPECT_EQ(Tessera_X, first);
+  EXPECT_EQ(Tessera_P.real[input::vehicle_speed], 80.0);
+}
+
+}  // namespace
