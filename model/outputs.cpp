@@ -5,6 +5,10 @@
 
 namespace {
 
+// What the rows' formulas speak of.
+[[maybe_unused]] constexpr const Signals& b = Tessera_B;
+[[maybe_unused]] constexpr const StateVector& x = Tessera_X;
+[[maybe_unused]] constexpr const MemoryValues& m = Tessera_DW.memory;
 constexpr double unbuilt = 0.0;
 
 // The factor stands first, as in the plant's own products.
@@ -24,10 +28,7 @@ void write_output(std::size_t vr, Value value) {
 }  // namespace
 
 void write_outputs() {
-  [[maybe_unused]] const Signals& b = Tessera_B;
-  [[maybe_unused]] const StateVector& x = Tessera_X;
-  [[maybe_unused]] const MemoryValues& m = Tessera_DW.memory;
 #define OUTPUT(component, quantity, group, rate, unit, value, text) \
-  write_output<Rate::rate>(output::component##_##quantity, [&] { return value; });
+  write_output<Rate::rate>(output::component##_##quantity, [] { return value; });
 #include "model/tables/outputs.def"
 }

@@ -25,6 +25,7 @@ std::vector<Scale> compatible_scales(const std::vector<Unit>& units, const Unit&
     if (unit.base->exponents == target.base->exponents) compatible.push_back(&unit);
   }
   std::vector<Scale> scales;
+  scales.reserve(compatible.size());
   for (const Unit* unit : compatible) scales.push_back({unit->name, unit, nullptr});
   for (const Unit* unit : compatible) {
     for (const DisplayUnit& display : unit->displays) scales.push_back({display.name, unit, &display});

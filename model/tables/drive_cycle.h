@@ -74,15 +74,16 @@ inline constexpr DriveCycleKnot kDriveCycleKnots[] = {
 /// Samples of the trace at 0, 1, ... 1998 s [km/h], each the double nearest to its two-decimal number: the
 /// interpolation runs in whole hundredths, so every rounding is exact and a standstill is exactly 0.
 constexpr std::array<double, 1999> expand_drive_cycle() {
+  // std::lround is not constexpr before C++23.  NOLINTNEXTLINE(bugprone-incorrect-roundings)
   const auto hundredths = [](double speed_km_h) { return static_cast<int>(speed_km_h * 100.0 + 0.5); };
   std::array<double, 1999> speed_km_h{};
   for (std::size_t k = 1; k < std::size(kDriveCycleKnots); ++k) {
     const DriveCycleKnot &from = kDriveCycleKnots[k - 1], &to = kDriveCycleKnots[k];
     const int v0 = hundredths(from.speed_km_h), v1 = hundredths(to.speed_km_h);
     const int duration = to.time - from.time;
-    for (int t = 0; t <= duration; ++t) {
-      const int v = (v0 * (duration - t) + v1 * t + duration / 2) / duration;
-      speed_km_h[static_cast<std::size_t>(from.time + t)] = v / 100.0;
+    for (int time = from.time; time <= to.time; ++time) {
+      const int v = (v0 * (to.time - time) + v1 * (time - from.time) + duration / 2) / duration;
+      speed_km_h[static_cast<std::size_t>(time)] = v / 100.0;
     }
   }
   return speed_km_h;
