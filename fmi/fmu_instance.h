@@ -29,25 +29,25 @@ struct FmuInstance {
   double* outputShadow;         ///< kOutputCount outputs of the last major step
 };
 
-/// The instance allocated last; never cleared.
+/// The instance allocated last, even if it was released since; null after an allocation that failed.
 extern FmuInstance* _instance;
 
 /// Logs through the importer's logger, with the category "error" for fmi2Error and "info" for fmi2OK.
 template <class... Arguments>
-void log(const fmi2CallbackFunctions& f, const char* instanceName, fmi2Status status, const char* format,
-         Arguments... arguments) {
+void log_message(const fmi2CallbackFunctions& f, const char* instanceName, fmi2Status status, const char* format,
+                 Arguments... arguments) {
   f.logger(f.componentEnvironment, instanceName, status, status == fmi2OK ? "info" : "error", format, arguments...);
 }
 
 template <class... Arguments>
-void log(const FmuInstance& instance, fmi2Status status, const char* format, Arguments... arguments) {
-  log(*instance.functions, instance.instanceName, status, format, arguments...);
+void log_message(const FmuInstance& instance, fmi2Status status, const char* format, Arguments... arguments) {
+  log_message(*instance.functions, instance.instanceName, status, format, arguments...);
 }
 
 /// Logs the error and answers fmi2Error.
 template <class... Arguments>
 fmi2Status fail(const FmuInstance& instance, const char* format, Arguments... arguments) {
-  log(instance, fmi2Error, format, arguments...);
+  log_message(instance, fmi2Error, format, arguments...);
   return fmi2Error;
 }
 

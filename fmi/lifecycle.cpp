@@ -40,6 +40,7 @@ void release(Record* record) {
   Record** link = &newest;
   while (*link != record) link = &(*link)->older;
   *link = record->older;
+  choose_output_shadow();
 
   FmuInstance& instance = record->instance;
   std::free(instance.instanceName);
@@ -49,7 +50,6 @@ void release(Record* record) {
   std::free(instance.booleanPtrs);
   std::free(instance.outputShadow);
   std::free(record);
-  choose_output_shadow();
 }
 
 template <class T>
@@ -61,7 +61,7 @@ T* allocate(std::size_t count) {
 char* copy_text(const char* text) {
   const std::size_t length = std::strlen(text);
   auto* copy = static_cast<char*>(std::calloc(length + 1, 8));
-  if (copy != nullptr) std::memcpy(copy, text, length);
+  if (copy != nullptr) std::memcpy(copy, text, length + 1);
   return copy;
 }
 
@@ -82,11 +82,11 @@ bool is_failure(const char* error_status) {
 bool take_model(FmuInstance& instance, const fmi2CallbackFunctions& functions, const char* name) {
   instance.model = Tessera_M;
   if (instance.model == nullptr) {
-    log(functions, name, fmi2Error, "Memory allocation error during model registration");
+    log_message(functions, name, fmi2Error, "Memory allocation error during model registration");
     return false;
   }
   if (instance.model->errorStatus != nullptr) {
-    log(functions, name, fmi2Error, "Error during model registration: %s\n", instance.model->errorStatus);
+    log_message(functions, name, fmi2Error, "Error during model registration: %s\n", instance.model->errorStatus);
     Tessera_terminate();
     return false;
   }
@@ -115,20 +115,20 @@ fmi2Component fmi2Instantiate(fmi2String instanceName, fmi2Type fmuType, fmi2Str
                               fmi2Boolean visible, fmi2Boolean loggingOn) {
   if (functions == nullptr || functions->logger == nullptr) return nullptr;
   if (instanceName == nullptr || *instanceName == '\0') {
-    log(*functions, "?", fmi2Error, "fmi2Instantiate: Missing instance name.");
+    log_message(*functions, "?", fmi2Error, "fmi2Instantiate: Missing instance name.");
     return nullptr;
   }
   if (fmuGUID == nullptr || *fmuGUID == '\0') {
-    log(*functions, instanceName, fmi2Error, "fmi2Instantiate: Missing GUID.");
+    log_message(*functions, instanceName, fmi2Error, "fmi2Instantiate: Missing GUID.");
     return nullptr;
   }
   if (std::strcmp(fmuGUID, kGuid) != 0) {
-    log(*functions, instanceName, fmi2Error, "fmi2Instantiate: Wrong GUID %s. Expected %s.", fmuGUID, kGuid);
+    log_message(*functions, instanceName, fmi2Error, "fmi2Instantiate: Wrong GUID %s. Expected %s.", fmuGUID, kGuid);
     return nullptr;
   }
 
   const auto out_of_memory = [&] {
-    log(*functions, instanceName, fmi2Error, "fmi2Instantiate: Memory allocation error.");
+    log_message(*functions, instanceName, fmi2Error, "fmi2Instantiate: Memory allocation error.");
     return nullptr;
   };
   auto* record = allocate<Record>(1);
@@ -156,7 +156,7 @@ fmi2Component fmi2Instantiate(fmi2String instanceName, fmi2Type fmuType, fmi2Str
   instance.time = 0.0;
 
   if (instance.model->stopRequested != 0) {
-    log(instance, fmi2Error, "stop requested in fmi2Instantiate");
+    log_message(instance, fmi2Error, "stop requested in fmi2Instantiate");
     return nullptr;
   }
   if ((instance.realPtrs = allocate<double*>(kRealCount)) == nullptr) return out_of_memory();
@@ -172,7 +172,7 @@ void fmi2FreeInstance(fmi2Component c) {
   Record* record = find_record(c);
   if (c == nullptr || record == nullptr) return;  // null, or released before
   if (const char* error_status = Tessera_M->errorStatus; is_failure(error_status)) {
-    log(record->instance, fmi2Error, "%s", error_status);
+    log_message(record->instance, fmi2Error, "%s", error_status);
     Tessera_terminate();
     return;
   }
@@ -208,7 +208,7 @@ fmi2Status fmi2Reset(fmi2Component c) {
   if (c == nullptr) return fmi2Error;
   auto& instance = *static_cast<FmuInstance*>(c);
   if (const char* error_status = Tessera_M->errorStatus; is_failure(error_status)) {
-    log(instance, fmi2Error, "%s", error_status);
+    log_message(instance, fmi2Error, "%s", error_status);
     Tessera_terminate();
     return fmi2Error;
   }

@@ -8,8 +8,7 @@
 
 namespace {
 
-constexpr double kLocalStep = 0.001;  // s
-constexpr double kTolerance = 1e-9;   // s, of the step size and of the communication point
+constexpr double kTolerance = 1e-9;  // s, of the step size and of the communication point
 
 /// Truncates; answers the most negative integer for what does not fit, as the x86 instruction does.
 std::int32_t truncate_to_int32(double value) {
@@ -18,20 +17,20 @@ std::int32_t truncate_to_int32(double value) {
 }
 
 fmi2Status do_step(FmuInstance& instance, double t, double h) {
-  const std::int32_t n = truncate_to_int32(h / kLocalStep + 0.5);
-  log(instance, fmi2OK, "CommunicationStepSize=%.16g, LocalSolverStepSize=%.16g", h, kLocalStep);
-  if (0 > h || std::fabs(h - n * kLocalStep) > kTolerance) {
-    return fail(instance, "Stepsize must be non-negative and divisible by %.16g", kLocalStep);
+  const std::int32_t n = truncate_to_int32(h / kBaseStep + 0.5);
+  log_message(instance, fmi2OK, "CommunicationStepSize=%.16g, LocalSolverStepSize=%.16g", h, kBaseStep);
+  if (0 > h || std::fabs(h - n * kBaseStep) > kTolerance) {
+    return fail(instance, "Stepsize must be non-negative and divisible by %.16g", kBaseStep);
   }
   if (std::fabs(instance.time - t) > kTolerance) {
     return fail(instance, "CurrentCommunicationPoint is not equal to FMU time");
   }
   instance.time = t;
-  log(instance, fmi2OK, "Local solver will do %d steps from t = %.16g.", static_cast<int>(n), t);
+  log_message(instance, fmi2OK, "Local solver will do %d steps from t = %.16g.", static_cast<int>(n), t);
   for (std::int32_t i = 0; i < n; ++i) {
     if (instance.model->stopRequested != 0) return fail(instance, "stop requested in fmi2DoStep");
     rtOneStep(instance.model);
-    instance.time += kLocalStep;
+    instance.time += kBaseStep;
   }
   return fmi2OK;
 }

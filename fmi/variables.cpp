@@ -93,7 +93,7 @@ fmi2Status get(fmi2Component c, const fmi2ValueReference vr[], std::size_t nvr, 
   for (std::size_t i = 0; i < nvr; ++i) {
     value[i] = Variables::get(*instance, vr[i]);
     if (instance->loggingOn != 0) {
-      log(*instance, fmi2OK, Variables::kGetTrace, trace_reference(vr[i]), Variables::trace(value[i]));
+      log_message(*instance, fmi2OK, Variables::kGetTrace, trace_reference(vr[i]), Variables::trace(value[i]));
     }
   }
   return fmi2OK;
@@ -108,7 +108,7 @@ fmi2Status set(fmi2Component c, const fmi2ValueReference vr[], std::size_t nvr, 
     if (!in_range<Variables>(vr[i])) return fail(*instance, "valueReference out of range");
     Variables::set(*instance, vr[i], value[i]);
     if (instance->loggingOn != 0) {
-      log(*instance, fmi2OK, Variables::kSetTrace, trace_reference(vr[i]), Variables::trace(value[i]));
+      log_message(*instance, fmi2OK, Variables::kSetTrace, trace_reference(vr[i]), Variables::trace(value[i]));
     }
   }
   return fmi2OK;

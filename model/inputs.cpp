@@ -24,10 +24,6 @@ double apply(const Scale& scale, double value, double own) {
   return value;
 }
 
-double read_table(const ScenarioTable& table) {
-  return look1_binlcpw(model_time(), kScenarioTime_s.data(), table.data(), kScenarioSamples - 1);
-}
-
 struct TableInput {
   input::Index k;
   double InputsInForce::*in_force;
@@ -62,6 +58,7 @@ constexpr InputLag kInputLags[] = {
     {state::wind_speed, &InputsInForce::wind_speed},
     {state::road_slope, &InputsInForce::road_slope},
 };
+static_assert(std::ranges::all_of(kInputLags, [](const InputLag& lag) { return kStates[lag.state].start.from_block; }));
 
 }  // namespace
 
@@ -70,12 +67,14 @@ double gated(input::Index k, double own) {
 }
 
 void read_inputs() {
+  const LookupPlace now = look1_binlcpw_place(model_time(), kScenarioTime_s.data(), kScenarioSamples - 1);
   for (const TableInput& row : kTableInputs) {
     if (row.own_source == nullptr) continue;
-    Tessera_B.in.*row.in_force = gated(row.k, apply(kInputs[row.k].own_scale, read_table(*row.own_source), 0.0));
+    const double own = look1_at(now, row.own_source->data());
+    Tessera_B.in.*row.in_force = gated(row.k, apply(kInputs[row.k].own_scale, own, 0.0));
   }
   Tessera_B.in.power_demand = std::max(0.0, Tessera_B.in.power_demand);
-  Tessera_B.in.stoichiometry = read_table(kStoichiometry);
+  Tessera_B.in.stoichiometry = look1_at(now, kStoichiometry.data());
   if (Tessera_DW.integrators_start) {
     for (const InputLag& lag : kInputLags) Tessera_X[lag.state] = Tessera_B.in.*lag.in_force;
   }

@@ -8,7 +8,7 @@ namespace {
 // What the rows' formulas speak of.
 [[maybe_unused]] constexpr const Signals& b = Tessera_B;
 [[maybe_unused]] constexpr const StateVector& x = Tessera_X;
-[[maybe_unused]] constexpr const MemoryValues& m = Tessera_DW.memory;
+[[maybe_unused]] constexpr const MemoryValues& m = Tessera_B.memory;
 constexpr double unbuilt = 0.0;
 
 // The factor stands first, as in the plant's own products.

@@ -11,11 +11,17 @@ namespace {
 void start_states_and_memories() {
   for (std::size_t i = 0; i < kStateCount; ++i) Tessera_X[i] = kStates[i].start.value;
   Tessera_DW.integrators_start = true;
-#define MEMORY(id, rate, start, unit, text) Tessera_DW.memory.id = Tessera_B.next.id = start;
+#define MEMORY(id, rate, start, unit, text) Tessera_DW.memory.id = Tessera_B.memory.id = Tessera_B.next.id = start;
 #include "model/tables/memories.def"
 }
 
-void update_memories() {
+void read_memories() {
+#define MEMORY(id, rate, start, unit, text) \
+  if (hits(Rate::rate)) Tessera_B.memory.id = Tessera_DW.memory.id;
+#include "model/tables/memories.def"
+}
+
+void write_memories() {
 #define MEMORY(id, rate, start, unit, text) \
   if (hits(Rate::rate)) Tessera_DW.memory.id = Tessera_B.next.id;
 #include "model/tables/memories.def"
@@ -24,7 +30,7 @@ void update_memories() {
 void finish_major_step() {
   fmu_LogOutput();
   Tessera_DW.integrators_start = false;
-  update_memories();
+  write_memories();
   advance_to_next_step();
 }
 
@@ -45,6 +51,7 @@ void Tessera_initialize() {
 void Tessera_step() {
   if (!is_built()) return;
   begin_evaluation();
+  if (is_major_step()) read_memories();
 
   read_inputs();
   feed_input_lags();

@@ -23,16 +23,17 @@ struct MemoryValues {
 /// Block signals.
 struct Signals {
   InputsInForce in;
-  std::array<double, kStateCount> u;        ///< input signal of each state's integrator
+  MemoryValues memory;                      ///< the memories as read at their last tick
+  MemoryValues next;                        ///< what the memories take over at their next tick
+  std::array<double, kStateCount> u;        ///< what each state's integrator takes in
   std::array<double, kOutputCount> sample;  ///< held samples of the outputs that are computed on a tick
-  MemoryValues next;                        ///< what the memories take over at their next update
 };
 
 /// Discrete work.
 struct DiscreteWork {
-  bool integrators_start;                          ///< true in the first major step: states start on their inputs
+  bool integrators_start;                          ///< true in the first major step: blocks set their states
   std::array<bool, kStateCount> sub_block_active;  ///< of the states whose rule is an enabled one
-  MemoryValues memory;
+  MemoryValues memory;                             ///< as written at their last tick
 };
 
 extern Signals Tessera_B;

@@ -200,7 +200,7 @@ Table state_table() {
     const StateRow& row = kStates[i];
     result.rows.push_back({std::to_string(i), std::string(row.id), std::string(row.block), std::string(row.quantity),
                            std::string(row.unit), std::string(text(row.rule)),
-                           row.start.from_input ? "its input" : number(row.start.value)});
+                           row.start.from_block ? "its block" : number(row.start.value)});
   }
   return result;
 }

@@ -6,7 +6,6 @@
 
 namespace {
 
-constexpr double kBaseStep = 0.001;  // s
 constexpr double kTwoPow32 = 4294967296.0;
 
 void count(TickCounter& ticks) {

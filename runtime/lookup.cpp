@@ -2,12 +2,6 @@
 
 namespace {
 
-/// A place in a table: the interval that starts at index left, and how far into it.
-struct Place {
-  std::uint32_t left;
-  double fraction;
-};
-
 enum class EndRule { clip, extrapolate };
 
 double fraction_in(const double* bp, std::uint32_t left, double u) {
@@ -15,7 +9,7 @@ double fraction_in(const double* bp, std::uint32_t left, double u) {
 }
 
 template <EndRule ends>
-Place find(double u, const double* bp, std::uint32_t maxIndex) {
+LookupPlace find(double u, const double* bp, std::uint32_t maxIndex) {
   if (bp[0] >= u) return {0, ends == EndRule::clip ? 0.0 : fraction_in(bp, 0, u)};
   if (bp[maxIndex] > u) {
     std::uint32_t left = 0, right = maxIndex, mid = maxIndex >> 1U;
@@ -28,27 +22,31 @@ Place find(double u, const double* bp, std::uint32_t maxIndex) {
   return {maxIndex - 1, ends == EndRule::clip ? 1.0 : fraction_in(bp, maxIndex - 1, u)};
 }
 
-double interpolate(const double* table, Place at) {
-  return (table[at.left + 1] - table[at.left]) * at.fraction + table[at.left];
-}
-
 }  // namespace
 
+LookupPlace look1_binlcpw_place(double u, const double* bp, std::uint32_t maxIndex) {
+  return find<EndRule::clip>(u, bp, maxIndex);
+}
+
+double look1_at(LookupPlace place, const double* table) {
+  return (table[place.left + 1] - table[place.left]) * place.fraction + table[place.left];
+}
+
 double look1_binlcpw(double u, const double* bp, const double* table, std::uint32_t maxIndex) {
-  return interpolate(table, find<EndRule::clip>(u, bp, maxIndex));
+  return look1_at(find<EndRule::clip>(u, bp, maxIndex), table);
 }
 
 double look1_binlxpw(double u, const double* bp, const double* table, std::uint32_t maxIndex) {
-  return interpolate(table, find<EndRule::extrapolate>(u, bp, maxIndex));
+  return look1_at(find<EndRule::extrapolate>(u, bp, maxIndex), table);
 }
 
 double look2_binlxpw(double u0, double u1, const double* bp0, const double* bp1, const double* table,
                      const std::uint32_t maxIndex[2], std::uint32_t stride) {
-  const Place at0 = find<EndRule::extrapolate>(u0, bp0, maxIndex[0]);
-  const Place at1 = find<EndRule::extrapolate>(u1, bp1, maxIndex[1]);
+  const LookupPlace at0 = find<EndRule::extrapolate>(u0, bp0, maxIndex[0]);
+  const LookupPlace at1 = find<EndRule::extrapolate>(u1, bp1, maxIndex[1]);
   const double* row = table + at1.left * stride;
-  const double y0 = interpolate(row, at0);
-  const double y1 = interpolate(row + stride, at0);
+  const double y0 = look1_at(at0, row);
+  const double y1 = look1_at(at0, row + stride);
   return (y1 - y0) * at1.fraction + y0;
 }
 

@@ -1,7 +1,8 @@
 #pragma once
 
 /// The one model store: the model record, the continuous states, the outputs and the tunable parameters. There is one
-/// of each in the process, zero at load, and Tessera_initialize builds it anew; Tessera_P alone keeps what was written.
+/// of each in the process. Tessera_initialize builds it anew, but for Tessera_P, which holds its start values at load
+/// and keeps what is written.
 ///
 /// The block signals (Tessera_B) and the discrete work (Tessera_DW) belong to the plant: see model/signals.h.
 
@@ -38,6 +39,8 @@ struct SolverInfo {
 struct TickCounter {
   std::uint32_t low, high;
 };
+
+inline constexpr double kBaseStep = 0.001;  ///< the model step, s
 
 inline constexpr std::int32_t kMinorStep = 0;
 inline constexpr std::int32_t kMajorStep = 1;

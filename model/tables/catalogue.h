@@ -62,10 +62,10 @@ enum class StateRule {
   lag_1_enabled,        ///< as lag_1 while the state's sub-block is active, else 0
 };
 
-/// Start value of a state: a number, or the state's input signal at the first evaluation.
+/// Start value of a state: a number, or what its block sets in the first evaluation.
 struct StateStart {
   double value;
-  bool from_input;
+  bool from_block;
 };
 
 struct StateRow {
@@ -76,10 +76,13 @@ struct StateRow {
 
 inline constexpr auto kStates = [] {
   using enum StateRule;
-  constexpr double from_input = -1.0;  // no state starts below 0
-  constexpr auto start = [](double value) { return value < 0.0 ? StateStart{0.0, true} : StateStart{value, false}; };
+  constexpr StateStart from_block{0.0, true};
+  struct Start : StateStart {
+    constexpr Start(double number) : StateStart{number, false} {}
+    constexpr Start(StateStart given) : StateStart(given) {}
+  };
   return std::to_array<StateRow>({
-#define STATE(id, block, quantity, unit, rule, value) {#id, block, quantity, unit, rule, start(value)},
+#define STATE(id, block, quantity, unit, rule, value) {#id, block, quantity, unit, rule, Start(value)},
 #include "model/tables/states.def"
   });
 }();

@@ -36,7 +36,6 @@ TEST_F(Lifecycle, RefusesACallWithoutIdentity) {
   EXPECT_EQ(instantiate(""), nullptr);
   EXPECT_THAT(take_log(), ElementsAre(no_name, no_name));
 
-  const char* lower_case = "{3b1e7a52-6c0d-4f19-a8e4-2d90c7f1b663}";
   const char* upper_case = "{3B1E7A52-6C0D-4F19-A8E4-2D90C7F1B663}";
   EXPECT_EQ(instantiate("test", nullptr), nullptr);
   EXPECT_EQ(instantiate("test", ""), nullptr);
@@ -45,7 +44,7 @@ TEST_F(Lifecycle, RefusesACallWithoutIdentity) {
               ElementsAre(error("fmi2Instantiate: Missing GUID."), error("fmi2Instantiate: Missing GUID."),
                           error("fmi2Instantiate: Wrong GUID {3B1E7A52-6C0D-4F19-A8E4-2D90C7F1B663}. Expected "
                                 "{3b1e7a52-6c0d-4f19-a8e4-2d90c7f1b663}.")));
-  EXPECT_NE(instantiate("test", lower_case), nullptr);
+  EXPECT_NE(instantiate(), nullptr);
   EXPECT_THAT(take_log(), IsEmpty());
 }
 
@@ -107,8 +106,9 @@ TEST_F(Lifecycle, AStopRequestIsToldWhereItIsNoticed) {
   EXPECT_EQ(fmi2ExitInitializationMode(c), fmi2Error);
   EXPECT_EQ(fmi2Reset(c), fmi2Error);
   EXPECT_EQ(instantiate(), nullptr);
-  EXPECT_THAT(take_log(), ElementsAre(error("stop requested in fmi2ExitInitializationMode"),
-                                      error("stop requested in fmi2Reset"), error("stop requested in fmi2Instantiate")));
+  EXPECT_THAT(take_log(),
+              ElementsAre(error("stop requested in fmi2ExitInitializationMode"), error("stop requested in fmi2Reset"),
+                          error("stop requested in fmi2Instantiate")));
 }
 
 TEST_F(Lifecycle, StartsNearTimeZeroOnly) {
@@ -126,6 +126,8 @@ TEST_F(Lifecycle, StartsNearTimeZeroOnly) {
 }
 
 TEST_F(Lifecycle, InstancesShareOneModel) {
+  set(instantiate(), kFirstParameter + input::vehicle_speed, 36.0);  // km/h, so 10 m a second
+  set_gate(instantiate(), input::vehicle_speed, fmi2True);
   fmi2Component first = start();
   const double* first_shadow = static_cast<FmuInstance*>(first)->outputShadow;
   EXPECT_EQ(first_shadow[output::hydrogen_line_constant_1], 1.0);
@@ -137,9 +139,8 @@ TEST_F(Lifecycle, InstancesShareOneModel) {
   EXPECT_EQ(second_shadow[output::hydrogen_line_constant_1], 1.0);  // the newest instance keeps the outputs
 
   fmi2FreeInstance(second);
-  const double before = get(first, output::vehicle_distance);
-  EXPECT_EQ(step(first, 0.001, 5.0), fmi2OK);  // and the older one takes over
-  EXPECT_GT(get(first, output::vehicle_distance), before - 1e-300);
+  EXPECT_EQ(step(first, 0.001, 5.0), fmi2OK);  // and the one before it takes over
+  EXPECT_NEAR(first_shadow[output::vehicle_distance], 0.05001, 1e-9);
   EXPECT_EQ(get(first, output::vehicle_distance), first_shadow[output::vehicle_distance]);
 }
 

@@ -21,7 +21,11 @@
 
 namespace {
 
+#if TESSERA_COUNTS_ALLOCATIONS
 long allocations = 0;
+#endif
+
+constexpr const char* kGuid = "{3b1e7a52-6c0d-4f19-a8e4-2d90c7f1b663}";
 
 /// The library's functions, one member each.
 struct Library {
@@ -33,7 +37,7 @@ Library load() {
   void* handle = dlopen(TESSERA_BINARY, RTLD_NOW | RTLD_LOCAL);
   EXPECT_NE(handle, nullptr) << dlerror();
   Library library{};
-#define FMI2_FUNCTION(name, result, parameters) \
+#define FMI2_FUNCTION(name, result, parameters)                             \
   library.name = reinterpret_cast<decltype(&::name)>(dlsym(handle, #name)); \
   EXPECT_NE(library.name, nullptr) << #name;
 #include "fmi/fmi2_functions.def"
@@ -49,8 +53,7 @@ using Outputs = std::array<double, kOutputCount>;
 class Binary : public ::testing::Test {
  protected:
   Binary() {
-    c = unit.fmi2Instantiate("test", fmi2CoSimulation, "{3b1e7a52-6c0d-4f19-a8e4-2d90c7f1b663}", nullptr, &functions,
-                             fmi2False, fmi2False);
+    c = unit.fmi2Instantiate("test", fmi2CoSimulation, kGuid, nullptr, &functions, fmi2False, fmi2False);
     std::iota(references.begin(), references.end(), 0U);
   }
   ~Binary() override { unit.fmi2FreeInstance(c); }
@@ -100,6 +103,10 @@ TEST_F(Binary, OutputsDoNotDependOnTheCommunicationStepNorOnTheRun) {
 
 #if TESSERA_COUNTS_ALLOCATIONS
 TEST_F(Binary, AStepAllocatesNothing) {
+  const long at_start = allocations;
+  fmi2Component another = unit.fmi2Instantiate("another", fmi2CoSimulation, kGuid, nullptr, &functions, 0, 0);
+  EXPECT_GT(allocations, at_start);  // the guard sees into the library
+  unit.fmi2FreeInstance(another);
   initialize();
   Outputs y{};
   const long before = allocations;
@@ -108,8 +115,6 @@ TEST_F(Binary, AStepAllocatesNothing) {
     unit.fmi2GetReal(c, references.data(), y.size(), y.data());
   }
   EXPECT_EQ(allocations, before);
-  std::free(std::malloc(1));  // the guard does count
-  EXPECT_EQ(allocations, before + 1);
 }
 #endif
 

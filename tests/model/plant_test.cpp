@@ -4,6 +4,7 @@
 #include <limits>
 #include <string>
 
+#include "model/inputs.h"
 #include "model/signals.h"
 #include "runtime/clock.h"
 
@@ -49,6 +50,19 @@ TEST(Catalogue, StartMassesFollowFromPressureVolumeAndComposition) {
   }
 }
 
+TEST(Catalogue, StartsOfTheBatteriesAndTemperatures) {
+  const auto start = [](state::Index s) { return kStates[s].start.value; };
+  EXPECT_EQ(start(state::hv_charge), 0.6 * 18000);  // state of charge times capacity
+  EXPECT_EQ(start(state::lv_charge), 0.5 * 54000);
+  EXPECT_EQ(start(state::hv_soc_lag), 0.6);
+  EXPECT_EQ(start(state::lv_soc_lag), 0.5);
+  EXPECT_DOUBLE_EQ(start(state::compressor_ratio), 3.0 / 7.0);
+  for (const StateRow& row : kStates) {
+    const double expected = row.id.ends_with("_T") ? 313.15 : row.id.ends_with("_p") ? 200000.0 : row.start.value;
+    EXPECT_EQ(row.start.value, expected) << row.id;
+  }
+}
+
 TEST(Catalogue, StatesOfAGasVolumeStandTogether) {
   for (std::size_t i = 0; i < kStateCount; ++i) {
     const std::string id(kStates[i].id);
@@ -68,7 +82,7 @@ TEST_F(Plant, EachInputTakesItsOwnSourceOrItsParameterThroughTheirScales) {
   struct Case {
     input::Index k;
     double InputsInForce::*in_force;
-    double own, from_parameter;  // from the parameter's start value
+    double own, from_parameter;  // at time 0, and from the parameter's start value
   };
   const Case cases[] = {
       {ambient_temperature, &InputsInForce::ambient_temperature, 313.15, 318.15},
@@ -83,17 +97,35 @@ TEST_F(Plant, EachInputTakesItsOwnSourceOrItsParameterThroughTheirScales) {
       {power_demand, &InputsInForce::power_demand, 20000, 10000},
       {vehicle_speed, &InputsInForce::vehicle_speed, 0, 120},
       {coolant_temperature, &InputsInForce::coolant_temperature, 338.15, 50},  // no offset on the parameter
+      // The controller's own: a value of 0.5 as its source.
+      {compressor_speed, nullptr, 0.5, 5000},
+      {back_pressure_valve_command, nullptr, 0.5, 1},
+      {fc_converter_enable, nullptr, 0.5, 0},
+      {lv_converter_enable, nullptr, 0.5, 0.5},  // parameter times own source
+      {compressor_converter_enable, nullptr, 0.5, 0},
+      {supply_valve_command, nullptr, 0.5, 0},
+      {bleed_valve_command, nullptr, 0.5, 1},
+      {fan_command, nullptr, 0.5, 0.5},
+      {heater_command, nullptr, 0.5, 0},
+      {radiator_command, nullptr, 0.5, 1},
+      {pump_command, nullptr, 0.5, 0},
   };
+  static_assert(std::size(cases) == kInputCount);
   for (const Case& c : cases) {
     SCOPED_TRACE(kInputs[c.k].parameter);
+    const auto in_force = [&] {
+      if (c.in_force == nullptr) return gated(c.k, 0.5);
+      Tessera_step();
+      return Tessera_B.in.*c.in_force;
+    };
     Tessera_P.boolean = {};
     Tessera_initialize();
-    Tessera_step();
-    EXPECT_NEAR(Tessera_B.in.*c.in_force, c.own, 1e-11);
+    EXPECT_NEAR(in_force(), c.own, 1e-11);
     open_gate(c.k, kInputs[c.k].start);
-    Tessera_step();
-    EXPECT_NEAR(Tessera_B.in.*c.in_force, c.from_parameter, 1e-11);
+    EXPECT_NEAR(in_force(), c.from_parameter, 1e-11);
   }
+  open_gate(pump_command, 40);
+  EXPECT_EQ(gated(pump_command, 0.5), 40 * 0.01);
 }
 
 TEST_F(Plant, LagsStartOnTheirInputAndFollowIt) {
@@ -143,10 +175,79 @@ TEST_F(Plant, DistanceIsTheIntegralOfTheLaggedSpeed) {
   EXPECT_NEAR(Tessera_X[state::distance], (0.001 * 72 + 36 * t + 36 * (1 - std::exp(-t))) / 3600, 1e-9);
 }
 
-TEST_F(Plant, SubBlocksThatAreOffHoldTheirStates) {
-  step_to(0.1);
-  for (const state::Index s : {state::CoolantVolume_p, state::Water_Inlet_Rad_p}) EXPECT_EQ(Tessera_X[s], 200000.0);
-  for (const state::Index s : {state::H2Tank_purge, state::GV01H1_purge, state::stack_power_pi}) EXPECT_EQ(Tessera_X[s], 0.0);
+TEST_F(Plant, DerivativesFollowTheRuleOfTheirState) {
+  const auto expected = [](StateRule rule, double x, double u, bool active) {
+    const bool inward_0 = x > 0 || u > 0, inward_1 = x < 1 || u < 0;
+    switch (rule) {
+      case StateRule::plain:
+        return u;
+      case StateRule::limit_0_inf:
+        return inward_0 ? u : 0.0;
+      case StateRule::limit_0_1:
+        return inward_0 && inward_1 ? u : 0.0;
+      case StateRule::lag_1:
+        return u - x;
+      case StateRule::lag_3_over_7:
+        return u - 3 * x / 7;
+      case StateRule::lag_1_over_3:
+        return u - x / 3;
+      case StateRule::lag_10:
+        return u - 10 * x;
+      case StateRule::plain_enabled:
+        return active ? u : 0.0;
+      case StateRule::limit_0_inf_enabled:
+        return active && inward_0 ? u : 0.0;
+      case StateRule::lag_1_enabled:
+        return active ? u - x : 0.0;
+    }
+    return std::numeric_limits<double>::quiet_NaN();
+  };
+  for (const double x : {-0.5, 0.0, 0.5, 1.0, 2.0}) {
+    for (const double u : {-3.0, 3.0}) {
+      for (const bool active : {false, true}) {
+        Tessera_X.fill(x);
+        Tessera_B.u.fill(u);
+        Tessera_DW.sub_block_active.fill(active);
+        Tessera_derivatives();
+        for (std::size_t i = 0; i < kStateCount; ++i) {
+          EXPECT_DOUBLE_EQ(Tessera_M_.solver_data.f0[i], expected(kStates[i].rule, x, u, active)) << i << " at " << x;
+        }
+      }
+    }
+  }
+}
+
+TEST_F(Plant, MemoriesAreReadOneTickAfterTheyWereWritten) {
+  EXPECT_EQ(Tessera_B.memory.hv_bus_voltage, 360.0);
+  EXPECT_EQ(Tessera_B.memory.lv_bus_voltage, 12.0);
+  Tessera_step();
+  Tessera_B.next.hv_bus_voltage = 300.0;
+  Tessera_B.next.thermal_mode = 1.0;
+  Tessera_step();                                     // model step 1 writes the 1 ms memory
+  EXPECT_EQ(Tessera_B.memory.hv_bus_voltage, 360.0);  // held through its minor evaluations
+  Tessera_step();
+  EXPECT_EQ(Tessera_B.memory.hv_bus_voltage, 300.0);
+  step_to(0.2);  // model step 100 writes the 100 ms memory
+  EXPECT_EQ(Tessera_B.memory.thermal_mode, 0.0);
+  Tessera_step();  // and model step 200 reads it
+  EXPECT_EQ(Tessera_B.memory.thermal_mode, 1.0);
+}
+
+TEST_F(Plant, SampledOutputsMoveOnTheirTick) {
+  Tessera_step();
+  open_gate(input::ambient_temperature, 60.0);
+  double sampled = Tessera_Y[output::ambient_temperature], live = 0.0;
+  for (int k = 1; k < 50; ++k) {
+    Tessera_step();
+    EXPECT_EQ(Tessera_Y[output::ambient_temperature] != sampled, k % 10 == 0) << k;
+    EXPECT_GT(Tessera_Y[output::inputs_ambient_temperature], live);
+    sampled = Tessera_Y[output::ambient_temperature];
+    live = Tessera_Y[output::inputs_ambient_temperature];
+  }
+  EXPECT_EQ(Tessera_Y[output::inputs_power_demand], 20.0);  // kW
+  EXPECT_EQ(Tessera_Y[output::power_balance_demand], 20000.0);
+  EXPECT_NEAR(Tessera_Y[output::cathode_pressure_setpoint], 1.4, 1e-15);
+  EXPECT_NEAR(Tessera_Y[output::inputs_coolant_temperature_setpoint], 65.0, 1e-12);
 }
 
 TEST_F(Plant, ConstantOutputsStand) {
@@ -155,8 +256,18 @@ TEST_F(Plant, ConstantOutputsStand) {
     double value;
   };
   step_to(0.2);
-  for (const auto& [vr, value] : {Constant{17, 1.0}, {23, 1.0}, {24, 40.0}, {120, 0.23}, {128, 1.0}, {130, 32.0},
-                                  {131, 19.2}, {133, 60.0}, {134, 0.18}, {135, 0.09}, {137, 50.0}, {141, 100.0},
+  for (const auto& [vr, value] : {Constant{17, 1.0},
+                                  {23, 1.0},
+                                  {24, 40.0},
+                                  {120, 0.23},
+                                  {128, 1.0},
+                                  {130, 32.0},
+                                  {131, 19.2},
+                                  {133, 60.0},
+                                  {134, 0.18},
+                                  {135, 0.09},
+                                  {137, 50.0},
+                                  {141, 100.0},
                                   {144, 20.0}}) {
     EXPECT_NEAR(Tessera_Y[vr], value, 1e-14 * value) << vr;
     EXPECT_EQ(kOutputs[vr].rate, Rate::constant) << vr;

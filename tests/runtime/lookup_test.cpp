@@ -29,7 +29,8 @@ double lookup_even(double u) {
 TEST(Lookup, AllMembersAgreeInsideTheTable) {
   for (int i = -7; i <= 7; ++i) {
     const double u = i / 4.0, fraction = u - std::floor(u);
-    const double expected = (1 - fraction) * std::floor(u) * std::floor(u) + fraction * (std::floor(u) + 1) * (std::floor(u) + 1);
+    const double expected =
+        (1 - fraction) * std::floor(u) * std::floor(u) + fraction * (std::floor(u) + 1) * (std::floor(u) + 1);
     EXPECT_EQ(look1_binlcpw(u, kBp, kSquares, 4), expected) << u;
     EXPECT_EQ(look1_binlxpw(u, kBp, kSquares, 4), expected) << u;
     EXPECT_EQ(lookup_saturated(u), expected) << u;

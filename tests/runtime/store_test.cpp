@@ -65,27 +65,28 @@ TEST_F(Store, CubicsInTimeIntegrateExactly) {
 TEST_F(Store, EachStepIsOneMajorAndTwoMinorEvaluations) {
   Tessera_step();
   Tessera_step();
-  EXPECT_THAT(trace, ::testing::ElementsAre(Evaluation{true, 0.0}, Evaluation{false, 0.0005}, Evaluation{false, 0.00075},
-                                            Evaluation{true, 0.001}, Evaluation{false, 0.001 + 0.5 * 0.001},
-                                            Evaluation{false, 0.001 + 0.75 * 0.001}));
+  EXPECT_THAT(trace,
+              ::testing::ElementsAre(Evaluation{true, 0.0}, Evaluation{false, 0.0005}, Evaluation{false, 0.00075},
+                                     Evaluation{true, 0.001}, Evaluation{false, 0.001 + 0.5 * 0.001},
+                                     Evaluation{false, 0.001 + 0.75 * 0.001}));
   EXPECT_EQ(model_time(), 0.002);
   EXPECT_TRUE(is_major_step());
 }
 
 TEST_F(Store, RatesHitAtTheirPeriods) {
-  std::vector<int> ticks_10ms, ticks_100ms, ticks_1s;
-  for (int k = 0; k < 2001; ++k) {
+  std::vector<std::uint32_t> ticks_10ms, ticks_100ms, ticks_1s;
+  for (std::uint32_t k = 0; k < 2001; ++k) {
     EXPECT_TRUE(hits(Rate::tick_1ms));
     if (hits(Rate::tick_10ms)) ticks_10ms.push_back(k);
     if (hits(Rate::tick_100ms)) ticks_100ms.push_back(k);
     if (hits(Rate::tick_1s)) ticks_1s.push_back(k);
     EXPECT_EQ(Tessera_M_.sample_hit[2] == 1, hits(Rate::tick_10ms));
-    EXPECT_EQ(Tessera_M_.ticks[2].low, (k + 9U) / 10U);  // counts the hits of the steps before
-    EXPECT_EQ(model_time(), k * 0.001);  // derived from the count, so nothing gathers
+    EXPECT_EQ(Tessera_M_.ticks[2].low, (k + 9) / 10);  // counts the hits of the steps before
+    EXPECT_EQ(model_time(), k * 0.001);                // derived from the count, so nothing gathers
     Tessera_step();
   }
   ASSERT_EQ(ticks_10ms.size(), 201U);
-  EXPECT_EQ(ticks_10ms[7], 70);
+  EXPECT_EQ(ticks_10ms[7], 70U);
   EXPECT_EQ(ticks_100ms.size(), 21U);
   EXPECT_THAT(ticks_1s, ::testing::ElementsAre(0, 1000, 2000));
   EXPECT_EQ(Tessera_M_.ticks[1].low, 2001U);
