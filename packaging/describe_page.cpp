@@ -143,9 +143,8 @@ std::string variables_document() {
 
 std::string states_document() {
   return join({"# States and memories\n\n", kGenerated, "## Continuous states (", std::to_string(kStateCount), ")\n\n",
-               "x is the state, u what its integrator takes in. A state without a number as its start is set by its "
-               "block in the\n",
-               "first evaluation. An active state belongs to a sub-block that is switched on.\n\n",
+               "x is the state, u what its integrator takes in. A state whose start is no number is set by its block\n",
+               "in the first evaluation. An active state belongs to a sub-block that is switched on.\n\n",
                markdown(state_table()), "\n## Memories (", std::to_string(kMemories.size()), ")\n\n",
                "Written at the end of a major step on a tick of the rate, read at the next tick, held in between.\n\n",
                markdown(memory_table())});
