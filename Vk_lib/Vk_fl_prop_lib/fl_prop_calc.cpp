@@ -13,8 +13,6 @@
 namespace Vk_fl_prop_lib {
 namespace {
 
-constexpr double kLowest = 1e-10;  // what a pressure or a brine's temperature at or below 0 becomes
-
 /// A property code: what it means and how a fluid computes it at a state, in the form that the calculator has it.
 template <class Fluid, class... State>
 struct Property {
@@ -22,16 +20,16 @@ struct Property {
   double (*value)(const Fluid& f, State... state);
 };
 
-constexpr Quantity kVolume = {"specific volume", "m3/kg"};
-constexpr Quantity kEnthalpy = {"specific enthalpy", "J/kg"};
-constexpr Quantity kEntropy = {"specific entropy", "J/(kg K)"};
-constexpr Quantity kInternalEnergy = {"specific internal energy", "J/kg"};
-constexpr Quantity kCp = {"specific heat at constant pressure", "J/(kg K)"};
-constexpr Quantity kCv = {"specific heat at constant volume", "J/(kg K)"};
-constexpr Quantity kConductivity = {"thermal conductivity", "W/(m K)"};
-constexpr Quantity kViscosity = {"dynamic viscosity", "Pa s"};
-constexpr Quantity kExpansion = {"isobaric expansion coefficient", "1/K"};
-constexpr Quantity kCompressibility = {"isothermal compressibility (negative)", "1/Pa"};
+constexpr Quantity kVolume = {"v", "specific volume", "m3/kg"};
+constexpr Quantity kEnthalpy = {"h", "specific enthalpy", "J/kg"};
+constexpr Quantity kEntropy = {"s", "specific entropy", "J/(kg K)"};
+constexpr Quantity kInternalEnergy = {"u", "specific internal energy", "J/kg"};
+constexpr Quantity kCp = {"cp", "specific heat at constant pressure", "J/(kg K)"};
+constexpr Quantity kCv = {"cv", "specific heat at constant volume", "J/(kg K)"};
+constexpr Quantity kConductivity = {"lambda", "thermal conductivity", "W/(m K)"};
+constexpr Quantity kViscosity = {"mu", "dynamic viscosity", "Pa s"};
+constexpr Quantity kExpansion = {"alpha", "isobaric expansion coefficient", "1/K"};
+constexpr Quantity kCompressibility = {"kappa", "isothermal compressibility (negative)", "1/Pa"};
 
 // The rows of each calculator. Row i has code i + 1.
 
@@ -46,9 +44,9 @@ constexpr std::array<Property<CBrine, const LiquidPoint&>, 13> kBrineProperties 
     {kViscosity, [](auto& f, auto& p) { return f.muTP(p.T, p.P, 0); }},
     {kExpansion, [](auto&, auto& p) { return p.alfa_t() / p.v; }},
     {kCompressibility, [](auto&, auto& p) { return p.alfa_p() / p.v; }},
-    {{"minimum concentration", "percent"}, [](auto& f, auto&) { return f.coefficients().cMin; }},
-    {{"maximum concentration", "percent"}, [](auto& f, auto&) { return f.coefficients().cMax; }},
-    {{"freezing temperature", "K"}, [](auto& f, auto&) { return f.tFreeze(); }},
+    {{"c_min", "minimum concentration", "percent"}, [](auto& f, auto&) { return f.coefficients().cMin; }},
+    {{"c_max", "maximum concentration", "percent"}, [](auto& f, auto&) { return f.coefficients().cMax; }},
+    {{"t_freeze", "freezing temperature", "K"}, [](auto& f, auto&) { return f.tFreeze(); }},
 }};
 
 template <class Fluid>  // CLiquide and CIdG
@@ -63,8 +61,8 @@ constexpr std::array<Property<Fluid, double, double>, 12> kTPProperties = {{
     {kViscosity, [](auto& f, double T, double P) { return f.muTP(T, P, 0); }},
     {kExpansion, [](auto& f, double T, double P) { return f.alfa_t(T, P, 0) / f.vTP(T, P, 0); }},
     {kCompressibility, [](auto& f, double T, double P) { return f.alfa_p(T, P, 0) / f.vTP(T, P, 0); }},
-    {{"lower temperature limit", "K"}, [](auto& f, double, double) { return f.coefficients().tMin; }},
-    {{"upper temperature limit", "K"}, [](auto& f, double, double) { return f.coefficients().tMax; }},
+    {{"t_min", "lower temperature limit", "K"}, [](auto& f, double, double) { return f.coefficients().tMin; }},
+    {{"t_max", "upper temperature limit", "K"}, [](auto& f, double, double) { return f.coefficients().tMax; }},
 }};
 
 using Air = CAirHumide;
@@ -81,12 +79,14 @@ constexpr std::array<Property<Air, double, double, double, double>, 16> kAirProp
     {kExpansion, [](auto& f, double T, double w, double P, double) { return f.alfa_t(T, w, P) / f.vTW(T, w, P, 0); }},
     {kCompressibility,
      [](auto& f, double T, double w, double P, double) { return f.alfa_p(T, w, P) / f.vTW(T, w, P, 0); }},
-    {{"relative humidity", "1"}, [](auto& f, double T, double w, double P, double) { return f.rhTWP(T, w, P); }},
-    {{"dew point", "K"}, [](auto& f, double, double w, double P, double) { return f.TdewWP(w, P); }},
-    {{"saturation humidity ratio", "kg/kg"}, [](auto& f, double T, double, double P, double) { return f.wSatT(T, P); }},
-    {{"saturation pressure", "Pa"}, [](auto& f, double T, double, double P, double) { return f.pSat(T, P); }},
-    {{"vapour partial pressure", "Pa"}, [](auto& f, double, double w, double P, double) { return f.pvWP(w, P); }},
-    {{"wet bulb temperature", "K"},
+    {{"rh", "relative humidity", "1"}, [](auto& f, double T, double w, double P, double) { return f.rhTWP(T, w, P); }},
+    {{"t_dew", "dew point", "K"}, [](auto& f, double, double w, double P, double) { return f.TdewWP(w, P); }},
+    {{"w_sat", "saturation humidity ratio (1e38: there is none)", "kg/kg"},
+     [](auto& f, double T, double, double P, double) { return f.wSatT(T, P); }},
+    {{"p_sat", "saturation pressure", "Pa"}, [](auto& f, double T, double, double P, double) { return f.pSat(T, P); }},
+    {{"p_v", "vapour partial pressure", "Pa"},
+     [](auto& f, double, double w, double P, double) { return f.pvWP(w, P); }},
+    {{"t_wet", "wet bulb temperature", "K"},
      [](auto& f, double T, double w, double P, double wsat) { return f.thumTWP(T, w, P, wsat); }},
 }};
 
@@ -128,12 +128,27 @@ bool fail(char* msg, const char* reason) {
   return false;
 }
 
+// Where a gas's and a liquid's vector have the limits.
+constexpr std::size_t kTMin = offsetof(GasVector, tMin) / sizeof(double);
+constexpr std::size_t kTMax = offsetof(GasVector, tMax) / sizeof(double);
+static_assert(offsetof(LiquidVector, tMin) == offsetof(GasVector, tMin));
+static_assert(offsetof(LiquidVector, tMax) == offsetof(GasVector, tMax));
+
 template <class Fluid>
-bool calculate_within_limits(Fluid& fluid, const double* coeffs, double T, double P, int code, double* out, char* msg) {
-  fluid.initCoeffs(coeffs);  // at every call: blocks of several fluids take turns with one object
-  T = clip(T, fluid.coefficients().tMin, fluid.coefficients().tMax);
+bool calculate_within_limits(const Fluid& fluid, const double* coeffs, double T, double P, int code, double* out,
+                             char* msg) {
+  T = clip(T, coeffs[kTMin], coeffs[kTMax]);
   if (0 >= P) P = kLowest;
   return evaluate(kTPProperties<Fluid>, code, out, fluid, T, P) || fail(msg, "The 2nd parameter must be between 0-12");
+}
+
+/// Moist air within its limits, all properties but Cp, which does not depend on the saturation. Out of line, so that
+/// the most frequent question, for Cp, does not pay for what this one saves and restores.
+[[gnu::noinline]] bool air_at(CAirHumide& fluid, double T, double P, double w, int code, double* out, char* msg) {
+  const double wsat = fluid.wSatT(T, P);
+  fluid.SetFluidState(wsat > w ? 1 : 0);
+  return evaluate(kAirProperties, code, out, fluid, T, w, P, wsat) ||
+         fail(msg, "The second parameter must be between 0-16");
 }
 
 }  // namespace
@@ -168,41 +183,45 @@ bool fl_prop_calc(const Fl_data* data, const double* in, int code, double* out, 
   }
 }
 
+// Each calculator has one fluid. The blocks take turns with it, so that every call brings its vector; only moist air,
+// of which there is one, keeps the first.
+
 bool cal_Brine(const char*, const double* coeffs, double concentration, double T, double P, int code, double* out,
                char* msg) {
-  static CBrine fluid(concentration);
-  fluid.initCoeffs(coeffs);  // at every call, as the other liquids and gases
-  fluid.SetConc(concentration);
+  static CBrine brine(0.0);
+  brine.initCoeffs(coeffs);
+  brine.SetConc(concentration);
   if (0 >= T) T = kLowest;
   if (0 >= P) P = kLowest;
-  return evaluate(kBrineProperties, code, out, fluid, fluid.at(T, P)) ||
+  return evaluate(kBrineProperties, code, out, brine, brine.at(T, P)) ||
          fail(msg, "The 2nd parameter must be between 0-13");
 }
 
 bool cal_Liquide(const char*, const double* coeffs, double T, double P, int code, double* out, char* msg) {
-  static CLiquide fluid;
-  return calculate_within_limits(fluid, coeffs, T, P, code, out, msg);
+  static CLiquide liquid;
+  liquid.initCoeffs(coeffs);
+  return calculate_within_limits(liquid, coeffs, T, P, code, out, msg);
 }
 
 bool cal_IDG(const char*, const double* coeffs, double T, double P, int code, double* out, char* msg) {
-  static CIdG fluid;
-  return calculate_within_limits(fluid, coeffs, T, P, code, out, msg);
+  static CIdG gas;
+  gas.borrowCoeffs(coeffs);
+  return calculate_within_limits(gas, coeffs, T, P, code, out, msg);
 }
 
 bool cal_AirHumide(const char*, const double* coeffs, double T, double P, double w, int code, double* out, char* msg) {
-  static CAirHumide fluid(coeffs);  // there is one moist air, so the first vector stays
-  constexpr double kMin = 173.15, kMax = 640.15, kHighest = 2e8;
+  static CAirHumide air(coeffs);
+  return cal_AirHumide(air, T, P, w, code, out, msg);
+}
+
+bool cal_AirHumide(CAirHumide& fluid, double T, double P, double w, int code, double* out, char* msg) {
   constexpr int kCpCode = 5;
-  T = clip(T, kMin, kMax);
-  P = 0 >= P ? kLowest : P > kHighest ? kHighest : P;
+  T = clip(T, kAirTMin, kAirTMax);
+  P = 0 >= P ? kLowest : P > kAirPMax ? kAirPMax : P;
   if (0 >= w) w = 0;
-  double wsat = 0;
-  if (code != kCpCode) {  // Cp, the most frequent question, does not depend on the saturation
-    wsat = fluid.wSatT(T, P);
-    fluid.SetFluidState(wsat > w ? 1 : 0);
-  }
-  return evaluate(kAirProperties, code, out, fluid, T, w, P, wsat) ||
-         fail(msg, "The second parameter must be between 0-16");
+  if (code != kCpCode) return air_at(fluid, T, P, w, code, out, msg);
+  *out = fluid.CpTW(T, w, P, 0);
+  return true;
 }
 
 }  // namespace Vk_fl_prop_lib

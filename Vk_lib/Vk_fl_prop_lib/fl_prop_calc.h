@@ -5,6 +5,8 @@
 /// Fluid properties; this header is the one door from the blocks to the fluid classes.
 namespace Vk_fl_prop_lib {
 
+class CAirHumide;
+
 /// A block's constant description of its fluid. The pointers are borrowed.
 struct Fl_data {
   const char* name;      ///< "O2_IDG", "Moist_Air" and the like
@@ -15,12 +17,18 @@ struct Fl_data {
 
 /// What a property code stands for.
 struct Quantity {
+  const char* symbol;
   const char* name;
   const char* unit;
 };
 
 /// The quantities of the codes 1, 2, ... of a fluid type, in code order; none for a type that fl_prop_calc refuses.
 std::span<const Quantity> property_codes(int type);
+
+// What the calculators hold their inputs to.
+inline constexpr double kLowest = 1e-10;                       ///< P [Pa] and a brine's T [K], from 0 downwards
+inline constexpr double kAirTMin = 173.15, kAirTMax = 640.15;  ///< T of moist air [K]
+inline constexpr double kAirPMax = 2e8;                        ///< P of moist air [Pa]
 
 /// Computes one property of a fluid, or all of them.
 ///
@@ -44,5 +52,9 @@ bool cal_Liquide(const char* name, const double* coeffs, double T, double P, int
 bool cal_IDG(const char* name, const double* coeffs, double T, double P, int code, double* out, char* msg);
 bool cal_AirHumide(const char* name, const double* coeffs, double T, double P, double w, int code, double* out,
                    char* msg);
+
+/// Moist air that the caller holds, otherwise as above. Sets its saturation, except for code 5, which does not
+/// depend on it.
+bool cal_AirHumide(CAirHumide& fluid, double T, double P, double w, int code, double* out, char* msg);
 
 }  // namespace Vk_fl_prop_lib

@@ -41,16 +41,16 @@ bool find_record(FluidFile& file, const char* name) {
   return word != nullptr;
 }
 
-}  // namespace
+bool is_type(int type) { return type >= 0 && type < static_cast<int>(std::size(kTables)); }
 
-int getCoeffs(int type, const char* name, double* coeffs, char* msg) {
-  if (type < 0 || type >= static_cast<int>(std::size(kTables))) {
+int read_table(int type, const char* name, const char* folder, const char* path, double* coeffs, char* msg) {
+  if (!is_type(type)) {
     std::sprintf(msg, "The fluid type=%d is not found!", type);
     return 1;
   }
   const Table& table = kTables[type];
   if (table.file == nullptr) return 1;
-  FluidFile file(kTableFolder, table.file);
+  FluidFile file(folder, path != nullptr ? path : table.file);
   if (!file.is_open()) {
     std::sprintf(msg, "The source file of type=%d can not be opened!", type);
     return 1;
@@ -63,6 +63,18 @@ int getCoeffs(int type, const char* name, double* coeffs, char* msg) {
   file.skip_past('\t', kLongestField);
   file.numbers({coeffs, table.values});
   return 0;
+}
+
+}  // namespace
+
+const char* table_file(int type) { return is_type(type) ? kTables[type].file : nullptr; }
+
+int getCoeffs(int type, const char* name, double* coeffs, char* msg) {
+  return read_table(type, name, kTableFolder, nullptr, coeffs, msg);
+}
+
+int getCoeffs(int type, const char* name, const char* path, double* coeffs, char* msg) {
+  return read_table(type, name, "", path, coeffs, msg);
 }
 
 }  // namespace Vk_fl_prop_lib

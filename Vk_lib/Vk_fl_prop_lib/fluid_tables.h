@@ -16,4 +16,10 @@ namespace Vk_fl_prop_lib {
 /// @return 0 on success; 1 if the type is unknown, its file can not be opened or does not have the fluid
 int getCoeffs(int type, const char* name, double* coeffs, char* msg);
 
+/// The same from the table file at path.
+int getCoeffs(int type, const char* name, const char* path, double* coeffs, char* msg);
+
+/// The name of a type's table file; null if it has none.
+const char* table_file(int type);
+
 }  // namespace Vk_fl_prop_lib

@@ -7,6 +7,7 @@
 
 #include "apps/runner/errors.h"
 #include "apps/runner/info.h"
+#include "apps/runner/props.h"
 #include "apps/runner/run.h"
 #include "apps/runner/validate.h"
 
@@ -75,6 +76,39 @@ void add_run_options(CLI::App& command, RunOptions& options, std::string& log_le
       "  tessera run other.fmu --start-value ambient.pressure_set=98kPa --log-level info --log-file messages.txt");
 }
 
+void add_props_options(CLI::App& command, PropsOptions& options) {
+  command.add_option("FLUID", options.fluid, "the fluid")->type_name("");
+  command.add_option("PROPERTY", options.properties, "what to compute, one or several names")->type_name("");
+  for (std::size_t i = 0; i < kInputCount; ++i) {
+    const Input& input = inputs()[i];
+    command.add_option(std::string("--") + input.name, options.inputs[i], input.text)
+        ->type_name(i == kX ? "NUMBER" : input.units[0].name);
+  }
+  command.add_flag("--all", options.all, "compute all properties of the fluid");
+  command.add_option("--table", options.table, "print CSV, with one of the inputs above from START to STOP")
+      ->type_name("VAR=START:STOP:STEP");
+  command.add_option("--file", options.file, "read the fluid from this table or source file")->type_name("FILE");
+  command
+      .add_option("--type", options.type,
+                  "of the fluid in the file: gas, moist_air, brine or liquid; a table file may tell it by its name "
+                  "(gasIDG.fdb)")
+      ->type_name("TYPE");
+  command.add_flag("--list", options.list, "list fluids, inputs, properties and units; with FLUID those of its type");
+  command.footer(
+      "Numbers are in SI units or carry a unit (25degC, 1.2bar, 8g/kg); in --table it stands at the end\n"
+      "(T=-20:90:5degC). Without --P the pressure is 101325 Pa. Water is liquid or vapour, as T and P have it;\n"
+      "with --x it is what x says, without --P at saturation. A state outside the range of the fluid is noted on\n"
+      "standard error, with what the library used instead.\n\n"
+      "Examples:\n"
+      "  tessera props --list\n"
+      "  tessera props Moist_Air h --T 300 --P 101325 --w 0.01\n"
+      "  tessera props Glycerol_Water --all --T 60degC --P 1.5bar --concentration 50\n"
+      "  tessera props H2_IDG cp mu --table T=250:1050:10\n"
+      "  tessera props Water h s --T 100degC --x 0.9\n"
+      "  tessera props Oil_32 v mu --T 40degC --file tables/liquids.fdb\n"
+      "  tessera props Argon cp --T 300 --file sources/argon.txt --type gas");
+}
+
 ExitCode mapped(const CLI::App& app, const CLI::ParseError& error) {
   if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {  // --help or --version
     app.exit(error);
@@ -96,6 +130,7 @@ ExitCode run_command_line(int argc, char** argv) {
       "  tessera run --stop-time 600\n"
       "  tessera info --filter 'stack*'\n"
       "  tessera validate Tessera.fmu\n"
+      "  tessera props Moist_Air h --T 300 --P 101325 --w 0.01\n"
       "'tessera COMMAND --help' tells more.");
 
   RunOptions run_options;
@@ -121,6 +156,10 @@ ExitCode run_command_line(int argc, char** argv) {
       "Every problem is a line on standard output; the exit code is then 1.\n\n"
       "Examples:\n  tessera validate\n  tessera validate other.fmu");
 
+  PropsOptions props_options;
+  CLI::App& props_command = *app.add_subcommand("props", "compute properties of a fluid");
+  add_props_options(props_command, props_options);
+
   for (fs::path* unit : {&run_options.unit, &info_options.unit, &validated}) *unit = default_unit();
   try {
     app.parse(argc, argv);
@@ -133,6 +172,10 @@ ExitCode run_command_line(int argc, char** argv) {
     return run(run_options);
   }
   if (validate_command.parsed()) return validate(validated);
+  if (props_command.parsed()) {
+    props(props_options);
+    return ExitCode::kOk;
+  }
   info(info_options);
   return ExitCode::kOk;
 }

@@ -76,7 +76,10 @@ void CAirHumide::initCoeffs(const double* vector) {
 
 void CAirHumide::loadFile(const char* name) {
   SourceFile file(name);
-  if (!file.is_open()) return;
+  if (file.is_open()) loadFile(file);
+}
+
+void CAirHumide::loadFile(FluidFile& file) {
   file.find_section("FLUID_CONSTANTS");
   for (double* value : {&c.Ma, &c.Mw, &c.pRefAir, &c.tRefAir, &c.hRef, &sRef}) file.labelled_number(*value);
   file.find_section("SPEC_HEAT");

@@ -6,6 +6,8 @@
 
 namespace Vk_fl_prop_lib {
 
+class FluidFile;
+
 /// Moist air: dry air with w kg of water per kg of it; all specific quantities are per kg of dry air.
 ///
 /// Below saturation the water is vapour. At and above it the surplus w - wsat is liquid water, whose share comes from
@@ -15,7 +17,7 @@ namespace Vk_fl_prop_lib {
 /// Arguments: M = 0 stands for the molar mass of dry air, wsat = 0 for the operation's own wSatT(T, P). A humidity
 /// ratio of 1e36 and more says that there is no saturation at this pressure. Enthalpy and entropy have heat capacities
 /// and gas constants of their own, not those of the vector.
-class CAirHumide : public CFluideBase {
+class CAirHumide final : public CFluideBase {
  public:
   CAirHumide() = default;
   explicit CAirHumide(const MoistAirVector& vector) { initCoeffs(vector); }
@@ -28,6 +30,7 @@ class CAirHumide : public CFluideBase {
   void initCoeffs(const double* vector);          ///< 10 values, in the order of MoistAirVector
 
   void loadFile(const char* name) override;
+  void loadFile(FluidFile& file);  ///< the same from an open source file
   /// Elements 0 to 8 of calcCoeffs; last = 0 adds the enthalpy of the liquid.
   void calCoeff(double T, double P, double w, double h, double v, double last) override;
 
@@ -43,7 +46,7 @@ class CAirHumide : public CFluideBase {
   /// Saturation pressure over ice and over water (Hyland and Wexler, 1983), blended within about 1 K around 273.15 K so
   /// that there is no kink. P is not used.
   double pSat(double T, double P) const override;
-  double dpSatDt(double T, double P) const;  ///< [Pa/K] of the law over ice or over water, without the blend
+  double dpSatDt(double T, double P) const;  ///< [Pa/K] pSat times the slope of the law over ice or over water alone
   double dpSatDp(double T, double P) const;  ///< 0
   using CFluideBase::tSat;                   // not for moist air
   double tSat(double pv, double P) const;    ///< T with pSat(T, P) = pv, from 300 K

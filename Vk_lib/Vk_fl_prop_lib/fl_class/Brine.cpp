@@ -27,7 +27,10 @@ CBrine::CBrine(const double* vector) {
 
 void CBrine::loadFile(const char* name) {
   SourceFile file(name);
-  if (!file.is_open()) return;
+  if (file.is_open()) loadFile(file);
+}
+
+void CBrine::loadFile(FluidFile& file) {
   BrineVector read = c;
   file.find_section("FLUID_CONSTANTS");
   if (double bulk_modulus = 0; file.labelled_number(bulk_modulus)) read.kappa = 1 / bulk_modulus;

@@ -8,6 +8,8 @@
 
 namespace Vk_fl_prop_lib {
 
+class FluidFile;
+
 /// Mixture of water and a glycol: polynomials of temperature and concentration, a constant compressibility.
 ///
 /// Enthalpy and entropy are zero at tRef and pRef. Neither temperature nor concentration is held to any limit.
@@ -28,6 +30,7 @@ class CBrine final : public CMonoPhase {
   const BrineVector& coefficients() const { return c; }
 
   void loadFile(const char* name) override;
+  void loadFile(FluidFile& file);  ///< the same from an open source file
 
   using CMonoPhase::uTP;
 

@@ -8,9 +8,9 @@ namespace Vk_fl_prop_lib {
 /// Water and steam after the 1967 IFC Formulation for Industrial Use (IFC-67).
 ///
 /// The liquid is always its sub-region 1, the vapour always its sub-region 2, at any T and P and without a test of the
-/// range (see Ifc67.h for it); the sub-regions 3 to 6 around the critical point are left out. Enthalpy and entropy are
-/// those of the formulation: 0 for the liquid at the triple point, within rounding.
-class CEau : public CMultiPhase {
+/// range (see Ifc67.h for it); the sub-regions 3 to 6 around the critical point are left out. Internal energy
+/// and entropy of the liquid are 0 at the triple point, within the rounding of the coefficients.
+class CEau final : public CMultiPhase {
  public:
   /// Ready for use: all constants from the built-in tables.
   CEau();

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #include <locale.h>  // newlocale, _create_locale
 
@@ -53,6 +54,10 @@ FluidFile::FluidFile(const char* folder, const char* name) {
   std::array<char, 4096> path{};
   const int length = std::snprintf(path.data(), path.size(), "%s%s", folder, name);
   if (length >= 0 && static_cast<std::size_t>(length) < path.size()) file_ = std::fopen(path.data(), "r");
+  if (file_ != nullptr) {  // a folder opens, too, but does not read
+    std::ungetc(std::fgetc(file_), file_);
+    if (std::ferror(file_) != 0) std::fclose(std::exchange(file_, nullptr));
+  }
   failed_ = file_ == nullptr;
 }
 
@@ -87,11 +92,12 @@ bool FluidFile::number(double& value) {
   for (; length < text.size() - 1 && continues_number(text.data(), length, c); c = std::fgetc(file_)) {
     text[length++] = static_cast<char>(c);
   }
+  const bool is_too_long = length == text.size() - 1 && continues_number(text.data(), length, c);
   std::ungetc(c, file_);
   static const ClassicLocale classic;
   char* end = nullptr;
   const double parsed = to_double(text.data(), &end, classic.get());
-  failed_ = length == 0 || end != text.data() + length || !std::isfinite(parsed);
+  failed_ = length == 0 || is_too_long || end != text.data() + length || !std::isfinite(parsed);
   if (failed_) return false;
   value = parsed;
   return true;

@@ -33,7 +33,8 @@ class FluidFile {
   const char* word();
 
   /// Reads one number; the first character that can not belong to it stays unread.
-  /// @return false if there is none or it exceeds the range of double: the reader has failed, value is as before
+  /// @return false if there is none, or if it exceeds the range of double or 511 characters: the reader has failed,
+  /// value is as before
   bool number(double& value);
 
   /// Reads numbers until one fails; the values from there on stay as they were.

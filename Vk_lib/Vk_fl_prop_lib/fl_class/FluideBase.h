@@ -23,9 +23,9 @@ inline constexpr int MAX_IT = 20;     ///< iteration limit of the inversions
 ///   Rh    relative humidity [-], thum  wet bulb temperature [K], Tdew  dew point [K]
 ///
 /// Any fluid can be asked anything. An operation without meaning for a fluid keeps the body of this class: it answers
-/// 0, and those that belong to one kind of fluid write one line on standard error as well. No operation throws,
-/// allocates or reports a failure; an inversion that does not converge writes a warning on standard error and answers
-/// its last iterate.
+/// 0, and those that belong to one kind of fluid write one line on standard error as well. No property
+/// operation throws or allocates or reports a failure; an inversion that does not converge writes a warning on standard
+/// error and answers its last iterate.
 ///
 /// A default-constructed fluid is of no use before its initCoeffs or loadFile.
 class CFluideBase {

@@ -1,11 +1,14 @@
 #pragma once
 
-#include <cstring>
+#include <array>
+#include <bit>
 
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/IdG_vectors.h"
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/MonoPhase.h"
 
 namespace Vk_fl_prop_lib {
+
+class FluidFile;
 
 /// Pure ideal gas whose heat capacity, conductivity and viscosity are polynomials of the fifth degree in T.
 ///
@@ -17,16 +20,18 @@ class CIdG final : public CMonoPhase {
   CIdG() = default;
   explicit CIdG(const GasVector& vector) { initCoeffs(vector); }
   explicit CIdG(const double* vector) { initCoeffs(vector); }  ///< 25 values, in the order of GasVector
-  CIdG(const CIdG&) = default;
-  CIdG& operator=(const CIdG&) = default;
+  CIdG(const CIdG& other) : CMonoPhase(other) { initCoeffs(other.c); }
+  CIdG& operator=(const CIdG& other);
   virtual ~CIdG() = default;
 
-  void initCoeffs(const GasVector& vector) { c = vector; }
-  /// 25 values, in the order of GasVector
-  void initCoeffs(const double* vector) { std::memcpy(&c, vector, sizeof c); }
-  const GasVector& coefficients() const { return c; }
+  void initCoeffs(const GasVector& vector) { initCoeffs(std::bit_cast<Values>(vector).data()); }
+  void initCoeffs(const double* vector);  ///< 25 values, in the order of GasVector
+  /// As initCoeffs but without a copy: the values must last until the next one is called.
+  void borrowCoeffs(const double* vector) { c = vector; }
+  GasVector coefficients() const;
 
   void loadFile(const char* name) override;
+  void loadFile(FluidFile& file);  ///< the same from an open source file
 
   using CMonoPhase::vTP;
 
@@ -52,7 +57,7 @@ class CIdG final : public CMonoPhase {
   double tPV(double P, double v) const override;
   double tPS(double P, double s) const override;
   double dCvTP_dT(double T, double P, double x) const override;
-  double Get_M() const override { return c.M; }
+  double Get_M() const override { return c[M]; }
   double Get_x() const override { return 1.0; }
   int Get_fluidType() const override { return 3; }
   double alfa_t(double T, double P, double x) const override;
@@ -65,7 +70,12 @@ class CIdG final : public CMonoPhase {
   double pTV(double T, double v) const;  ///< pressure [Pa] from T [K] and v [m3/kg]
 
  private:
-  GasVector c{};
+  using Values = std::array<double, sizeof(GasVector) / sizeof(double)>;
+  // Places of a vector's values, in the order of GasVector; from cp on each is the first of six.
+  enum { M, tMin, tMax, pRef, tRef, hRef, sRef, cp, lambda = cp + 6, mu = lambda + 6 };
+
+  Values own{};
+  const double* c = own.data();  // own, or those that borrowCoeffs was given
 };
 
 }  // namespace Vk_fl_prop_lib

@@ -9,7 +9,10 @@ namespace Vk_fl_prop_lib {
 
 void CLiquide::loadFile(const char* name) {
   SourceFile file(name);
-  if (!file.is_open()) return;
+  if (file.is_open()) loadFile(file);
+}
+
+void CLiquide::loadFile(FluidFile& file) {
   LiquidVector read = c;
   file.find_section("FLUID_CONSTANTS");
   if (double bulk_modulus = 0; file.labelled_number(bulk_modulus)) read.kappa = 1 / bulk_modulus;

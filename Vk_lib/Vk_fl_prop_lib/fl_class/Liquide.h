@@ -7,6 +7,8 @@
 
 namespace Vk_fl_prop_lib {
 
+class FluidFile;
+
 /// The 31 values of a liquid's vector, in vector order. Polynomials in T [K], valid from tMin to tMax.
 struct LiquidVector {
   double kappa;       ///< isothermal compressibility [1/Pa]
@@ -41,6 +43,7 @@ class CLiquide final : public CMonoPhase {
   const LiquidVector& coefficients() const { return c; }
 
   void loadFile(const char* name) override;
+  void loadFile(FluidFile& file);  ///< the same from an open source file
 
   using CMonoPhase::uTP;
 
@@ -81,7 +84,7 @@ class CLiquide final : public CMonoPhase {
   // The liquid with a gas: a is the volume ratio of gas to liquid at pRef [-], n the polytropic exponent of the gas
   // [-].
   double bulk(double P, double a, double n) const;     ///< bulk modulus [Pa], law of the compressed volumes
-  double bulk2(double P, double a, double n) const;    ///< bulk modulus [Pa], compliances in parallel
+  double bulk2(double P, double a, double n) const;    ///< bulk modulus [Pa], from the sum of the compliances
   double bulk2m(double P, double a, double n) const;   ///< as bulk2 with n in place of 1 / n; equal at n = 1
   double rhoBulk(double T, double P, double a) const;  ///< density [kg/m3]; that of the liquid at pRef
 

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <vector>
+
+/// The cost of one benchmark told as a multiple of another's from the same run.
+struct Ratio {
+  const char* benchmark;
+  const char* reference;
+  double limit;  ///< the multiple that the benchmark may cost
+};
+
+/// Adds its benchmarks to the run. Each reports its items (SetItemsProcessed), whose time is what counts.
+/// @return the ratios to report
+std::vector<Ratio> add_fluid_benchmarks();
