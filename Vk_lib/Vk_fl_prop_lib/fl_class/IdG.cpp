@@ -9,6 +9,7 @@
 namespace Vk_fl_prop_lib {
 
 CIdG& CIdG::operator=(const CIdG& other) {
+  if (this == &other) return *this;
   CMonoPhase::operator=(other);
   initCoeffs(other.c);
   return *this;
