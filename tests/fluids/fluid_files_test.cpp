@@ -1,225 +1,209 @@
 // Coefficient vectors from table files, and fluids from source files. The tests write the files.
 
-#include <gtest/gtest.h>
+#include <unistd.h>
 
-#include <array>
+#include <algorithm>
 #include <clocale>
 #include <filesystem>
 #include <fstream>
 #include <numeric>
-#include <string>
-
-#ifndef _WIN32
-#include <unistd.h>
-#endif
+#include <vector>
 
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/AirHumide.h"
-#include "Vk_lib/Vk_fl_prop_lib/fl_class/Brine.h"
-#include "Vk_lib/Vk_fl_prop_lib/fl_class/FluidFile.h"
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/IdG.h"
-#include "Vk_lib/Vk_fl_prop_lib/fl_class/Liquide.h"
 #include "Vk_lib/Vk_fl_prop_lib/fluid_tables.h"
+#include "fluids/fluid_test.h"
 
 namespace Vk_fl_prop_lib {
 namespace {
 
 namespace fs = std::filesystem;
+using Numbers = std::vector<double>;
 
-/// Words first, first + 1, ... as they stand in a file.
-std::string counted(int first, int count, const char* between = " ") {
-  std::string text;
-  for (int i = 0; i < count; ++i) text += std::to_string(first + i) + ".5e0" + between;
-  return text;
+/// first + 0.5, first + 1.5, ...
+Numbers series(int first, int count) {
+  Numbers numbers(static_cast<std::size_t>(count));
+  std::iota(numbers.begin(), numbers.end(), first + 0.5);
+  return numbers;
+}
+
+/// Numbers as they stand in a file.
+std::string text(const auto& numbers, const char* between = " ") {
+  std::string all;
+  for (const double number : numbers) {
+    char digits[40];
+    std::snprintf(digits, sizeof digits, "%.17g", number);
+    all += digits + std::string(between);
+  }
+  return all;
 }
 
 /// A working directory with the folders in which the files are looked for.
 class FluidFiles : public ::testing::Test {
  protected:
-  void SetUp() override {
-    const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-    root = fs::temp_directory_path() / ("fluid_files_" + std::to_string(::getpid()) + "_" + test->name());
+  FluidFiles() {
     fs::create_directories(root / "tables");
     fs::create_directories(root / "work" / "sources");
     fs::current_path(root / "work");
-    coeffs.fill(kUnset);
   }
-  void TearDown() override {
+  ~FluidFiles() override {
     fs::current_path(start);
     fs::remove_all(root);
   }
 
-  void write_table(const char* file, const std::string& text) {
-    std::ofstream(root / "tables" / file, std::ios::binary) << text;
-  }
-  static void write_source(const char* file, const std::string& text) {
-    std::ofstream(fs::path("sources") / file, std::ios::binary) << text;
+  static void write(const std::string& path, const std::string& content) {
+    std::ofstream(path, std::ios::binary) << content;
   }
 
-  /// Reads a fluid of count values, which must be first + 0.5, first + 1.5, ...
-  void expect_vector(int type, const char* name, int first, int count) {
-    coeffs.fill(kUnset);
-    EXPECT_EQ(getCoeffs(type, name, coeffs.data(), msg), 0) << msg;
-    for (int i = 0; i < count; ++i) EXPECT_EQ(coeffs[static_cast<std::size_t>(i)], first + i + 0.5) << name << ' ' << i;
-    EXPECT_EQ(coeffs[static_cast<std::size_t>(count)], kUnset);
+  /// What a table file gives for a name; msg tells the reason of a failure.
+  Numbers read(int type, const char* name, int result = 0) {
+    constexpr double kUntouched = -7;
+    Numbers coeffs(120, kUntouched);
+    msg[0] = '\0';
+    EXPECT_EQ(getCoeffs(type, name, coeffs.data(), msg), result) << msg;
+    coeffs.erase(std::find(coeffs.begin(), coeffs.end(), kUntouched), coeffs.end());
+    return coeffs;
   }
 
-  static constexpr double kUnset = -7;
-  fs::path start = fs::current_path();
-  fs::path root;
-  std::array<double, 120> coeffs{};
-  char msg[200] = "untouched";
+  const fs::path start = fs::current_path();
+  const fs::path root = fs::temp_directory_path() / ("fluid_files_" + std::to_string(::getpid()));
+  char msg[200] = "";
 };
 
-TEST_F(FluidFiles, TableOfEachTypeHasItsNameAndLength) {
+TEST_F(FluidFiles, TablesOfEachType) {
   const struct {
     int type;
     const char* file;
     int values;
   } tables[] = {{0, "aeration.fdb", 60}, {1, "brines.fdb", 97}, {2, "liquids.fdb", 31},
                 {3, "gasIDG.fdb", 25},   {5, "refrig.fdb", 61}, {6, "moistAir.fdb", 10}};
-  for (const auto& table : tables) {
-    write_table(table.file, "# comment\nFirst\t\t" + counted(0, table.values) + "\nSecond\tgroup\t" +
-                                counted(500, table.values) + "\n");
-    expect_vector(table.type, "First", 0, table.values);
-    expect_vector(table.type, "Second", 500, table.values);
+  for (const auto& [type, file, n] : tables) {
+    write(std::string("../tables/") + file,
+          "#one word\n# two\twords\n#\n\n#last\r\nA more of the field\tsecond field, 3 words\t" +
+              text(series(0, n), "\t\n") + "\r\nO2_IDG\t\t" + text(series(200, n)) + "\n#B\t\t" + text(series(400, n)) +
+              "\nC\tx\t" + text(series(600, n)));
+    EXPECT_EQ(read(type, "A"), series(0, n));
+    EXPECT_EQ(read(type, "o2_idg"), series(200, n));
+    EXPECT_EQ(read(type, "#b"), series(400, n));  // no comment any more
+    EXPECT_EQ(read(type, "C"), series(600, n));   // the file ends without a line end
   }
 }
 
-TEST_F(FluidFiles, RecordsAreFreeInForm) {
-  write_table("gasIDG.fdb", "#one word\n# two\twords\n#\n\n#last\nA more of the field\tsecond field, 3 words\t" +
-                                counted(0, 12) + "\n  " + counted(12, 13, "\t\n") + "\nO2_IDG\t\t" + counted(30, 25) +
-                                "\n#B\t\t" + counted(60, 25) + "\nC\tx\t" + counted(90, 25, " "));
-  expect_vector(3, "A", 0, 25);
-  expect_vector(3, "o2_idg", 30, 25);
-  expect_vector(3, "#b", 60, 25);  // no comment any more
-  expect_vector(3, "C", 90, 25);   // the file ends without a line end
-}
-
-TEST_F(FluidFiles, LineEndsMayBeThoseOfAnotherPlatform) {
-  write_table("moistAir.fdb", "# comment\r\nA\t\t" + counted(0, 10) + "\r\nB\t\t" + counted(20, 10, "\r\n"));
-  expect_vector(6, "A", 0, 10);
-  expect_vector(6, "B", 20, 10);
-}
-
-TEST_F(FluidFiles, WrongCountsAndWrongNumbers) {
-  write_table("moistAir.fdb", "Short\t\t" + counted(0, 8) + "\n10.5\t20.5\t" + counted(40, 10) +
-                                  "\nNamed\t\t1 2 3\nNext\t\t4 5\nHuge\t\t1 1e999 3\n");
-  EXPECT_EQ(getCoeffs(6, "Short", coeffs.data(), msg), 0);  // takes two words of the next line
-  EXPECT_EQ(coeffs[7], 7.5);
-  EXPECT_EQ(coeffs[8], 10.5);
-  EXPECT_EQ(coeffs[9], 20.5);
-  for (const char* name : {"Named", "Huge"}) {
-    coeffs.fill(kUnset);
-    EXPECT_EQ(getCoeffs(6, name, coeffs.data(), msg), 0);  // stops at what is no number
-    const std::size_t read = name[0] == 'N' ? 3 : 1;
-    for (std::size_t i = 0; i < 10; ++i) EXPECT_EQ(coeffs[i], i < read ? static_cast<double>(i + 1) : kUnset);
+TEST_F(FluidFiles, NumbersOfTables) {
+  write("../tables/moistAir.fdb", "Short\t\t" + text(series(0, 8)) + "\n8.5\t9.5\t1\nNamed\t\t1 2 3\nNext\t\t4 5\n" +
+                                      "Huge\t\t1 1e999 3\nLong\t\t2 " + std::string(600, '0') + "1 3\n" +
+                                      "Forms\t\t+1.25 -.5 3. 4e+2 5E-1 6 1,5\n");
+  EXPECT_EQ(read(6, "Short"), series(0, 10));  // takes words of the next line
+  EXPECT_EQ(read(6, "Named"), Numbers({1, 2, 3}));
+  EXPECT_EQ(read(6, "Huge"), Numbers({1}));
+  EXPECT_EQ(read(6, "Long"), Numbers({2}));
+  for (const char* locale : {"C", "de_DE.UTF-8", "fr_FR.UTF-8"}) {  // where installed; it does not count
+    std::setlocale(LC_NUMERIC, locale);
+    EXPECT_EQ(read(6, "Forms"), Numbers({1.25, -0.5, 3, 400, 0.5, 6, 1})) << locale;
   }
-}
-
-TEST_F(FluidFiles, FailuresSayWhatIsMissing) {
-  for (const int type : {7, -1}) {
-    EXPECT_EQ(getCoeffs(type, "A", coeffs.data(), msg), 1);
-    EXPECT_EQ(msg, "The fluid type=" + std::to_string(type) + " is not found!");
-  }
-  EXPECT_EQ(getCoeffs(3, "A", coeffs.data(), msg), 1);
-  EXPECT_STREQ(msg, "The source file of type=3 can not be opened!");
-  for (const char* text : {"", "#", "# only comments\n", "B\t\t1 2 3", "B\t\t1 2 3\n", "AB\t\t1\nA_\t\t1\n\n \n"}) {
-    write_table("gasIDG.fdb", text);
-    EXPECT_EQ(getCoeffs(3, "A", coeffs.data(), msg), 1);
-    EXPECT_STREQ(msg, "The fluid A is not in source file!") << text;
-  }
-  std::snprintf(msg, sizeof msg, "untouched");
-  EXPECT_EQ(getCoeffs(4, "A", coeffs.data(), msg), 1);
-  EXPECT_STREQ(msg, "untouched");
-  for (const double value : coeffs) EXPECT_EQ(value, kUnset);
-}
-
-TEST_F(FluidFiles, NumbersInAllForms) {
-  write_table("moistAir.fdb", "A\t\t+1.25 -.5 3. 4e+2 5E-1 6 1,5\n");
-  EXPECT_EQ(getCoeffs(6, "A", coeffs.data(), msg), 0);
-  const double expected[] = {1.25, -0.5, 3, 400, 0.5, 6, 1, kUnset, kUnset};  // a comma is no part of a number
-  for (std::size_t i = 0; i < std::size(expected); ++i) EXPECT_EQ(coeffs[i], expected[i]) << i;
-}
-
-TEST_F(FluidFiles, NumbersDoNotFollowTheLocale) {
-  const char* comma = nullptr;
-  for (const char* name : {"de_DE.UTF-8", "fr_FR.UTF-8", "German"}) {
-    if (comma == nullptr) comma = std::setlocale(LC_NUMERIC, name);
-  }
-  if (comma == nullptr) GTEST_SKIP() << "no locale with a decimal comma is installed";
-  write_table("moistAir.fdb", "A\t\t0.5 1.5 2.5 3.5 4.5 5.5 6.5 7.5 8.5 9.5\n");
-  expect_vector(6, "A", 0, 10);
   std::setlocale(LC_NUMERIC, "C");
 }
 
-TEST_F(FluidFiles, GasFromASourceFile) {
-  write_source("gas",
-               "A gas. Constants in SI FLUID_CONSTANTS\nM 1.5 tMin[K] 2.5 tMax 3.5 p 4.5 T 5.5 h 6.5 s 7.5\n"
-               "cp in J/(kg K) SPEC_HEAT " +
-                   counted(8, 6) + "\nCONDUCTIVITY_ no CONDUCTIVITY\n" + counted(14, 6, "\r\n") + " VISCOSITY " +
-                   counted(20, 6));
+TEST_F(FluidFiles, FailuresSayWhatIsMissing) {
+  for (const int type : {7, -1, 4, 3}) {
+    EXPECT_EQ(read(type, "A", 1), Numbers());
+    EXPECT_EQ(msg, type == 4   ? ""
+                   : type == 3 ? "The source file of type=3 can not be opened!"
+                               : "The fluid type=" + std::to_string(type) + " is not found!");
+  }
+  for (const char* content : {"", "#", "# only comments\n", "B\t\t1 2 3", "AB\t\t1\nA_\t\t1\n\n \n"}) {
+    write("../tables/gasIDG.fdb", content);
+    EXPECT_EQ(read(3, "A", 1), Numbers());
+    EXPECT_STREQ(msg, "The fluid A is not in source file!");
+  }
+}
+
+TEST_F(FluidFiles, SourceFilesFillTheVectorInItsOrder) {
+  const auto in_order = [](const auto& vector) { return Numbers(vector.begin(), vector.end()); };
+  write("sources/gas", "A gas. FLUID_CONSTANTS\nM .5 tMin[K] 1.5 tMax 2.5 p 3.5 T 4.5 h 5.5 s 6.5\ncp SPEC_HEAT " +
+                           text(series(7, 6)) + "\nCONDUCTIVITY_ no CONDUCTIVITY\n" + text(series(13, 6), "\r\n") +
+                           " VISCOSITY " + text(series(19, 6)));
   CIdG gas;
   gas.loadFile("gas");
-  std::array<double, 25> expected{};  // the order of the file is that of the vector
-  std::iota(expected.begin(), expected.end(), 1.5);
-  EXPECT_EQ(std::bit_cast<decltype(expected)>(gas.coefficients()), expected);
-}
-
-TEST_F(FluidFiles, LiquidFromASourceFile) {
-  write_source("oil", "FLUID_CONSTANTS K 4 a 2.5 b 3.5 c 4.5 d 5.5 e 6.5 f 7.5 DENSITY " + counted(8, 6) +
-                          " SPEC_HEAT " + counted(14, 6) + " CONDUCTIVITY " + counted(20, 6) + " VISCOSITY " +
-                          counted(26, 6));
-  CLiquide oil;
-  oil.loadFile("oil");
-  std::array<double, 31> expected{};
-  std::iota(expected.begin(), expected.end(), 1.5);
-  expected[0] = 0.25;  // the file has the bulk modulus
-  EXPECT_EQ(std::bit_cast<decltype(expected)>(oil.coefficients()), expected);
-}
-
-TEST_F(FluidFiles, BrineFromASourceFileAtAnyPath) {
-  const std::string text = "FLUID_CONSTANTS K 2e9 COEFFICIENTS " + counted(0, 90, "\n") +
-                           " REFERENCE 40 280 1e5 LIMITS_CONCENTRATION 10 60\n";
-  std::ofstream("some:where") << text;  // a name with a colon is a path as it stands
-  CBrine brine(33.0);
-  brine.loadFile("some:where");
-  const BrineVector& c = brine.coefficients();
-  EXPECT_EQ(c.kappa, 5e-10);
-  for (int term = 0; term < 18; ++term) {
-    for (int property = 0; property < 5; ++property) EXPECT_EQ(c.c[property][term], 5 * term + property + 0.5);
-  }
-  EXPECT_TRUE(c.concRef == 40 && c.tRef == 280 && c.pRef == 1e5 && c.cMin == 10 && c.cMax == 60);
-  EXPECT_EQ(c.conc, 33);  // not in the file
-}
-
-TEST_F(FluidFiles, AbsentSourceFileLeavesTheFluidAsItWas) {
-  CIdG gas(kO2_IDG);
-  gas.loadFile("nothing");
+  gas.loadFile("nothing");  // or a folder, or too long a path: the fluid stays as it is
+  gas.loadFile(".");
   gas.loadFile(std::string(5000, 'x').c_str());
-  EXPECT_EQ(gas.hTP(350, 1e5), CIdG(kO2_IDG).hTP(350, 1e5));
-  CLiquide().loadFile("nothing");
-  CBrine(50.0).loadFile("nothing");
-  CAirHumide().loadFile("nothing");
+  EXPECT_EQ(in_order(values(gas.coefficients())), series(0, 25));
+
+  write("sources/oil", "FLUID_CONSTANTS K 2 a 1.5 b 2.5 c 3.5 d 4.5 e 5.5 f 6.5 DENSITY " + text(series(7, 6)) +
+                           " SPEC_HEAT " + text(series(13, 6)) + " CONDUCTIVITY " + text(series(19, 6)) +
+                           " VISCOSITY " + text(series(25, 5)) + "none");
+  CLiquide oil(kOil);
+  oil.loadFile("oil");  // has the bulk modulus, 2; what can not be read stays
+  EXPECT_EQ(oil.coefficients().mu[5], kOil.mu[5]);
+  EXPECT_EQ(Numbers(&oil.coefficients().kappa, &oil.coefficients().mu[5]), series(0, 30));
+
+  write("some:where", "FLUID_CONSTANTS K 2e9 COEFFICIENTS " + text(series(0, 90), "\n") +
+                          " REFERENCE 40 280 1e5 LIMITS_CONCENTRATION 10 60\n");
+  CBrine f(33.0);
+  f.loadFile("some:where");  // a name with a colon is a path as it stands
+  const BrineVector& c = f.coefficients();
+  for (int i = 0; i < 90; ++i) EXPECT_EQ(c.c[i % 5][i / 5], i + 0.5);
+  EXPECT_EQ(Numbers({c.kappa, c.concRef, c.tRef, c.pRef, c.cMin, c.cMax}), Numbers({5e-10, 40, 280, 1e5, 10, 60}));
+  EXPECT_EQ(c.conc, 33);  // not in the file
+
+  write("sources/air", "FLUID_CONSTANTS Ma 0.03 Mw 0.02 p 1 T 2 h 5000 s 700 SPEC_HEAT 3 4 SATURATION_LINE 5 6 7");
+  CAirHumide air;
+  air.SetFluidState(1);
+  air.loadFile("air");
+  EXPECT_EQ(air.hTW(273.15, 0, 1e5, 0), 5000);
+  EXPECT_DOUBLE_EQ(air.sTWP(273.15, 0, 101325, 0), 700);
+  EXPECT_DOUBLE_EQ(air.vTW(300, 0, 1e5, 0), 8.31451 * 300 / (0.03 * 1e5));
+  EXPECT_EQ(air.Get_M(), 0.02);
 }
 
-TEST_F(FluidFiles, WrongNumberInTheLastSectionLeavesTheRest) {
-  write_source("gas", "FLUID_CONSTANTS" + std::string(7, ' ') + "a 1 b 2 c 3 d 4 e 5 f 6 g 7 SPEC_HEAT " +
-                          counted(0, 6) + "CONDUCTIVITY " + counted(0, 6) + "VISCOSITY 1 2 none 4 5 6");
-  CIdG gas(kO2_IDG);
-  gas.loadFile("gas");
-  EXPECT_EQ(gas.coefficients().mu[1], 2);
-  for (int i = 2; i < 6; ++i) EXPECT_EQ(gas.coefficients().mu[i], kO2_IDG.mu[i]);
+TEST_F(FluidFiles, EverySectionOfWaterReplacesItsConstants) {
+  // All constants one after the other, and which of them belong to a section.
+  Numbers constants = {0.018015, 2.212e7, 647.3, 0.00317, 611.0, 2e6, 273.15, 2500.0};
+  for (const double value : values(kIfc67)) constants.push_back(value);
+  for (const double value : values(kWaterTransport)) constants.push_back(value);
+  const struct {
+    std::string key;
+    int first, count;
+  } sections[] = {{"FLUID_CONSTANTS", 0, 10},
+                  {"SATURATION_LINE", 10, 10},
+                  {"SUBCOOLED_A", 23, 23},
+                  {"SUBCOOLED_a", 46, 13},
+                  {"SUPERHEATED_B", 59, 70},
+                  {"SUPERHEATED_bi", 129, 27},
+                  {"EXP_z", 156, 36},
+                  {"EXP_x", 192, 27},
+                  {"FUN_L", 20, 3},
+                  {"CONDUCTIVITY", 219, 6},
+                  {"", 225, 6},
+                  {"VISCOSITY_L", 231, 42},
+                  {"VISCOSITY_0", 273, 4},
+                  {"VISCOSITY_REF", 277, 3}};
+  const auto laws = [T = 500, P = 2e6](const CEau& f) {
+    return Numbers({f.Get_M(), f.GetTmin(), f.pSat(T, P), f.tSat(P), f.vTPliq(T, P), f.hTPliq(T, P), f.vTPgaz(T, P),
+                    f.hTPgaz(T, P), f.lambdaTPliq(T, P), f.lambdaTPgaz(T, P), f.muTV(T, 0.001), f.muTV(T, 1)});
+  };
+  for (int larger = 0; larger <= 14; ++larger) {  // which section is 1 percent larger; 14: none
+    std::string content = "water, any words before a section";
+    for (int i = 0; i < 14; ++i) {
+      Numbers numbers(constants.begin() + sections[i].first, constants.begin() + sections[i].first + sections[i].count);
+      for (double& number : numbers) number *= i == larger ? 1.01 : 1;
+      content += "\n" + sections[i].key + (i == 0 ? " label " : " ") + text(numbers, i == 0 ? " label " : "\n");
+    }
+    write("sources/water", content);
+    CEau f;
+    f.loadFile("water");
+    EXPECT_EQ(laws(f) == laws(CEau()), larger == 14) << larger;
+  }
 }
 
-#ifndef _WIN32
 TEST_F(FluidFiles, MissingSectionKeepsTheReaderWaiting) {
-  write_source("no_key", "FLUID_CONSTANTS a 1 b 2 c 3 d 4 e 5 f 6 g 7 SPEC_HEAT " + counted(0, 6));
-  write_source("no_number", "FLUID_CONSTANTS a 1 b x SPEC_HEAT CONDUCTIVITY VISCOSITY");
+  write("sources/no_key", "FLUID_CONSTANTS a 1 b 2 c 3 d 4 e 5 f 6 g 7 SPEC_HEAT 1 2 3 4 5 6");
+  write("sources/no_number", "FLUID_CONSTANTS a 1 b x SPEC_HEAT CONDUCTIVITY VISCOSITY");
   for (const char* name : {"no_key", "no_number"}) {
     EXPECT_EXIT((alarm(1), CIdG().loadFile(name)), ::testing::KilledBySignal(SIGALRM), "") << name;
   }
 }
-#endif
 
 }  // namespace
 }  // namespace Vk_fl_prop_lib
