@@ -85,6 +85,17 @@ TEST_F(QuietTest, EthyleneGlycolWithoutGlycolIsWater) {
   EXPECT_NEAR(f.muTP(293.15, 101325, 0), 1.0016e-3, 0.05e-3);
 }
 
+// Half glycol at 20 degC. ASHRAE Handbook - Fundamentals, tables of aqueous ethylene glycol, 50 percent by volume; that
+// is a little more by mass, hence the width.
+TEST_F(QuietTest, EthyleneGlycolOf50PercentHasPublishedProperties) {
+  const CBrine f = brine(kEthylene_Glycol_Water, 50);
+  EXPECT_NEAR(1 / f.vTP(293.15, 101325), 1070, 10);
+  EXPECT_NEAR(f.CpTP(293.15, 101325, 0), 3319, 70);
+  EXPECT_NEAR(f.lambdaTP(293.15, 101325, 0), 0.380, 0.012);
+  EXPECT_NEAR(f.muTP(293.15, 101325, 0), 3.94e-3, 0.2e-3);
+  EXPECT_NEAR(f.tFreeze(), 273.15 - 36.8, 2);
+}
+
 TEST_F(QuietTest, BrineOfTheShortVectorIsTheSameWithoutLimits) {
   const auto full = values(kGlycerol_Water);
   const CBrine f(full.data() + 2);  // the limits come first
