@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/AirHumide.h"
+#include "Vk_lib/Vk_fl_prop_lib/fl_class/Eau.h"
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/IdG.h"
 #include "fluids/fluid_test.h"
 
@@ -69,6 +70,48 @@ TEST_F(FluidInterface, QuestionsOfOtherFluidsComplainAndAnswerZero) {
   }
   EXPECT_EQ(CAirHumide().tSat(1e5), 0);  // its own tSat takes two arguments
   EXPECT_EQ(complaints(), "The function 'tSat' is only for multiphase fluid and moist air!\n");
+}
+
+/// The answers to all questions of the interface, asked of the type that f is declared with.
+template <class Fluid>
+std::vector<double> all_answers(const Fluid& f) {
+  constexpr double T = 320, P = 2e5, x = 0.5, w = 0.01, h = 2e5, s = 1e3, v = 0.01, u = 1e5, Rh = 0.5, t = 300;
+  double p_c = 0, T_c = 0, v_c = 0, wsat = 0;
+  f.GetCritic(&p_c, &T_c, &v_c);
+  // clang-format off
+  return {f.CvTP(T, P, x), f.uTP(T, P, x), f.pUV(u, v), f.uPV(P, v), f.muTV(T, v), f.hPS(P, s), f.hPV(P, v),
+          f.sPH(P, h), f.vPH(P, h), f.tHP(h, P), f.hTP(T, P, x), f.CpPH(P, h), f.lambdaPH(P, h), f.muPH(P, h),
+          f.CpTP(T, P, x), f.lambdaTP(T, P, x), f.muTP(T, P, x), f.vTP(T, P, x), f.sTP(T, P, x), f.tPV(P, v),
+          f.tPS(P, s), f.dCvTP_dT(T, P, x), f.Get_M(), f.Get_x(), static_cast<double>(f.Get_fluidType()),
+          f.alfa_t(T, P, x), f.alfa_p(T, P, x), f.pSat(T, P), f.tSat(P), f.uTX(T, x), f.vTX(T, x), f.hTX(T, x),
+          f.xPH(P, h), f.xTSatH(T, h), p_c, T_c, v_c, f.GetTmin(), f.beta_p(T, P, x), f.beta_h(T, P, x),
+          f.beta_p2(T, P, x), f.beta_h2(T, P, x), f.hTPliq(T, P), f.sTPliq(T, P), f.vTPliq(T, P), f.hTPgaz(T, P),
+          f.vTPgaz(T, P), f.hPVgaz(P, v), f.sPVgaz(P, v), f.pTVgaz(T, v), f.sTPgaz(T, P), f.rhTWP(T, w, P),
+          f.wTRhP(T, Rh, P), f.TdewWP(w, P), f.hTW(T, w, P, 0), f.hSatTP(T, P), f.thumTWP(T, w, P, 0), f.wSatT(T, P),
+          f.CpTW(T, w, P, 0), f.CvTW(T, w, P, 0, 0), f.muTW(T, w, P, 0), f.lambdaTW(T, w, P, 0), f.sTWP(T, w, P, 0),
+          f.wTH(T, h, P), f.wTV(T, v, P), f.vTW(T, w, P, 0), f.tTdewWP(t, w, P), f.wTTdewP(T, t, P),
+          f.tThumW(t, w, P, 0), f.Cphum_TThumW(T, t, w, P), f.tsatHWP(h, w, P, &wsat), wsat, f.hTRh(T, Rh, P),
+          f.dhgazDp(T, P), f.dhliqDp(T, P), f.pvWP(w, P), f.dudw(T, w, P, 0, 0), f.dhdw(T, w, P, 0, 0), f.hTP(T, P),
+          f.uTP(T, P), f.sTP(T, P), f.vTP(T, P), f.GetPVL(), f.GetPVH(), f.hTV(T, v), f.sTV(T, v), f.uTV(T, v),
+          f.lambdaTV(T, v), f.CpTV(T, v), f.CvTV(T, v)};
+  // clang-format on
+}
+
+TEST_F(FluidInterface, ADerivedObjectAnswersEveryQuestionAsThroughItsRoot) {
+  const auto compare = [](const auto& fluid) {
+    const std::vector<double> own = all_answers(fluid);
+    const std::string own_complaints = complaints();
+    const std::vector<double> of_root = all_answers<CFluideBase>(fluid);
+    EXPECT_EQ(complaints(), own_complaints);
+    for (std::size_t i = 0; i < own.size(); ++i) {  // a not-a-number answers as one
+      EXPECT_TRUE(own[i] == of_root[i] || (std::isnan(own[i]) && std::isnan(of_root[i]))) << i;
+    }
+  };
+  compare(gas);
+  compare(glycerol);
+  compare(CLiquide(kOil));
+  compare(CEau());
+  compare(CAirHumide(kMoist_Air));
 }
 
 TEST_F(FluidInterface, EveryClassKnowsItsKind) {
