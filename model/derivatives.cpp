@@ -26,7 +26,7 @@ double derivative(double x, double u, bool active) {
 
 template <std::size_t... i>
 void write_derivatives(double* dx, std::index_sequence<i...> /*states*/) {
-  ((dx[i] = derivative<kStates[i].rule>(Tessera_X[i], Tessera_B.u[i], Tessera_DW.sub_block_active[i])), ...);
+  ((dx[i] = derivative<kStates[i].rule>(Tessera_X[i], Tessera_B.u[i], Tessera_DW.sub_block[i].active)), ...);
 }
 
 }  // namespace

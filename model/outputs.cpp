@@ -1,5 +1,6 @@
 #include "model/outputs.h"
 
+#include "model/scalar_laws.h"
 #include "model/signals.h"
 #include "runtime/clock.h"
 
@@ -14,6 +15,15 @@ constexpr double unbuilt = 0.0;
 // The factor stands first, as in the plant's own products.
 constexpr double bar_from_Pa(double p) { return 1e-5 * p; }
 constexpr double degC_from_K(double T) { return T - 273.15; }
+
+// Displays of the gas at a node and of a flow.
+double p_bar(gas_node::Index node) { return bar_from_Pa(b.gas.at[node].state.P); }
+double T_degC(gas_node::Index node) { return degC_from_K(b.gas.at[node].state.T); }
+double g_per_s(gas_flow::Index flow) { return 1000.0 * b.gas.flow[flow].mdot; }
+double humidity_percent(gas_node::Index node) {
+  const MoistGasState& gas = b.gas.at[node].state;
+  return 100.0 * saturated(gas.p3 / SaturationPressureLaw(gas.T), 0.0, 1.0);
+}
 
 template <Rate rate, class Value>
 void write_output(std::size_t vr, Value value) {

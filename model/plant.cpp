@@ -1,8 +1,11 @@
 // The plant: its four entry points.
 
+#include "model/child_blocks.h"
+#include "model/gas_network.h"
 #include "model/inputs.h"
 #include "model/outputs.h"
 #include "model/signals.h"
+#include "model/supervisory_logic.h"
 #include "runtime/clock.h"
 #include "runtime/nonfinite.h"
 
@@ -11,8 +14,16 @@ namespace {
 void start_states_and_memories() {
   for (std::size_t i = 0; i < kStateCount; ++i) Tessera_X[i] = kStates[i].start.value;
   Tessera_DW.integrators_start = true;
+  for (StateSubBlock& sub_block : Tessera_DW.sub_block) sub_block.start = true;
 #define MEMORY(id, rate, start, unit, text) Tessera_DW.memory.id = Tessera_B.memory.id = Tessera_B.next.id = start;
 #include "model/tables/memories.def"
+}
+
+void start_sub_blocks() {
+  for (PurgeBlock& block : Tessera_DW.purge) Tessera_With_purge_Init(block);
+  for (SaturationBlock* block : {&Tessera_DW.ambient_PsatT, &Tessera_DW.exchange_PsatT1, &Tessera_DW.exchange_PsatT2}) {
+    Tessera_PsatT_Init(*block);
+  }
 }
 
 void read_memories() {
@@ -30,6 +41,7 @@ void write_memories() {
 void finish_major_step() {
   fmu_LogOutput();
   Tessera_DW.integrators_start = false;
+  for (StateSubBlock& sub_block : Tessera_DW.sub_block) sub_block.start = sub_block.start && !sub_block.active;
   write_memories();
   advance_to_next_step();
 }
@@ -44,7 +56,10 @@ void Tessera_initialize() {
   Tessera_X = {};
   Tessera_DW = {};
   Tessera_Y = {};
+  set_up_child_blocks();
+  if (!start_child_blocks()) return;
   start_states_and_memories();
+  start_sub_blocks();
   Tessera_M_.first_initialization = 0;
 }
 
@@ -53,11 +68,25 @@ void Tessera_step() {
   begin_evaluation();
   if (is_major_step()) read_memories();
 
+  hydrogen_tank_and_line();
+  pressure_reducer();
+  hydrogen_loop();
   read_inputs();
+  air_before_stack();
+  compressor_flow();
+  actuator_commands();
+  hydrogen_valves();
+  air_line();
+  hydrogen_balances();
+  compressor_drive();
+  humidifier_exchange();
+  air_balances();
+  air_behind_radiator();
+  stack_gas_balances();
   feed_input_lags();
   write_outputs();
 
   if (is_major_step()) finish_major_step();
 }
 
-void Tessera_terminate() {}
+void Tessera_terminate() { terminate_child_blocks(); }

@@ -207,7 +207,7 @@ TEST_F(Plant, DerivativesFollowTheRuleOfTheirState) {
       for (const bool active : {false, true}) {
         Tessera_X.fill(x);
         Tessera_B.u.fill(u);
-        Tessera_DW.sub_block_active.fill(active);
+        Tessera_DW.sub_block.fill({active, false});
         Tessera_derivatives();
         for (std::size_t i = 0; i < kStateCount; ++i) {
           EXPECT_DOUBLE_EQ(Tessera_M_.solver_data.f0[i], expected(kStates[i].rule, x, u, active)) << i << " at " << x;

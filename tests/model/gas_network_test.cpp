@@ -1,0 +1,183 @@
+// The gas network in the plant, driven from outside through its gates.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <span>
+
+#include "model/signals.h"
+#include "runtime/clock.h"
+
+namespace {
+
+using gas_node::Index;
+
+constexpr Index kHydrogenSide[] = {gas_node::H2Tank, gas_node::GVMP1,  gas_node::GV01H1,
+                                   gas_node::GV02H,  gas_node::GV03H1, gas_node::anode};
+constexpr Index kAirLine[] = {gas_node::GV01A1, gas_node::humidifier1, gas_node::GV02A1, gas_node::cathode,
+                              gas_node::GV03A,  gas_node::humidifier2, gas_node::GV04A1};
+
+class GasNetwork : public ::testing::Test {
+ protected:
+  GasNetwork() {
+    for (std::size_t k = 0; k < kInputCount; ++k) Tessera_P.real[k] = kInputs[k].start;
+    Tessera_P.boolean = {};
+    set(input::compressor_speed, 0.0);
+    set(input::back_pressure_valve_command, 0.0);
+    set(input::supply_valve_command, 0.0);
+    set(input::bleed_valve_command, 0.0);
+    Tessera_initialize();
+  }
+
+  static void set(input::Index k, double value) {
+    Tessera_P.real[k] = value;
+    Tessera_P.boolean[k] = 1;
+  }
+
+  static void step_to(double time) {
+    while (model_time() < time - 0.0005) Tessera_step();
+  }
+
+  static double P(Index node) { return Tessera_B.gas.at[node].state.P; }
+
+  /// Mass [mg] of a slot over volumes, and the rate [mg/s] at which it grows.
+  static double mass(std::span<const Index> volumes, std::size_t slot) {
+    double sum = 0.0;
+    for (const Index v : volumes) sum += Tessera_X[kVolumes[v].m1 + slot];
+    return sum;
+  }
+  static double growth(std::span<const Index> volumes, std::size_t slot) {
+    double sum = 0.0;
+    for (const Index v : volumes) sum += Tessera_B.u[kVolumes[v].m1 + slot];
+    return sum;
+  }
+};
+
+TEST_F(GasNetwork, ClosedPartsKeepTheMassOfEachSpecies) {
+  // Both sides are shut, but out of balance: wet gas behind the stack, nitrogen in the anode, a tank that fills the
+  // line.
+  Tessera_step();
+  Tessera_X[state::cathode_m2] *= 1.3;
+  Tessera_X[state::humidifier2_m1] *= 1.1;
+  Tessera_X[state::GV02A1_m3] = 30.0;
+  Tessera_X[state::anode_m2] = 50.0;
+  std::array<double, 2> hydrogen{}, air{};
+  for (std::size_t slot = 0; slot < 2; ++slot) {
+    hydrogen[slot] = mass(kHydrogenSide, slot);
+    air[slot] = mass(kAirLine, slot);
+  }
+  set(input::supply_valve_command, 0.2);
+  step_to(2.0);
+  EXPECT_GT(P(gas_node::GV03H1), 1.05e5);
+  EXPECT_GT(Tessera_X[state::GV02H_m2], 1.0) << "nitrogen goes round with the recirculation";
+  for (std::size_t slot = 0; slot < 2; ++slot) {
+    EXPECT_NEAR(mass(kHydrogenSide, slot), hydrogen[slot], 1e-12 * hydrogen[0]) << slot;
+    EXPECT_NEAR(mass(kAirLine, slot), air[slot], 1e-12 * air[slot]) << slot;
+  }
+}
+
+TEST_F(GasNetwork, WhatEntersAndLeavesIsWhatTheVolumesGain) {
+  set(input::compressor_speed, 6000.0);
+  set(input::back_pressure_valve_command, 0.5);
+  set(input::supply_valve_command, 0.3);
+  set(input::bleed_valve_command, 1.0);
+  for (const double time : {0.5, 1.0, 3.0}) {
+    step_to(time);
+    const auto& flow = Tessera_B.gas.flow;
+    const MoistGasFlow air = flow[gas_flow::compressor_outlet] + flow[gas_flow::MoistGasValve_A];
+    const MoistGasFlow hydrogen = flow[gas_flow::H2_Valve2_A];
+    EXPECT_GT(-hydrogen.mdot1, 1e-7);
+    EXPECT_NEAR(growth(kAirLine, 0), 1e6 * air.mdot1, 1e-9);
+    EXPECT_NEAR(growth(kAirLine, 1), 1e6 * air.mdot2, 1e-9);
+    EXPECT_NEAR(growth(kHydrogenSide, 0), 1e6 * hydrogen.mdot1, 1e-6);
+    // The humidifier drains 40 percent of the vapour that enters its wet side, the cathode's limiter may condense more.
+    const double drained = 0.4 * flow[gas_flow::humidifier2_inlet_B].mdot3;
+    const double condensed = Tessera_DW.purge[gas_node::cathode].C;
+    EXPECT_NEAR(growth(kAirLine, 2), 1e6 * (air.mdot3 - drained - condensed), 1e-9);
+  }
+}
+
+TEST_F(GasNetwork, DrivenAirLineSettlesWithThePressuresFallingAlongIt) {
+  set(input::compressor_speed, 5000.0);
+  set(input::back_pressure_valve_command, 0.6);
+  step_to(60.0);
+  EXPECT_NEAR(Tessera_Y[output::compressor_speed], 5000.0, 1e-6);
+  // Displacement times inlet density: 150 cm3 a revolution at a volumetric efficiency of 0.95.
+  const double rho = Tessera_B.gas.ambient.state.rho;
+  EXPECT_NEAR(Tessera_Y[output::compressor_air_flow], 1000 * 0.95 * rho * 5000 / 60 * 0.00015, 1e-6);
+  for (std::size_t i = 0; i + 1 < std::size(kAirLine); ++i) EXPECT_GT(P(kAirLine[i]), P(kAirLine[i + 1]) + 300) << i;
+  EXPECT_GT(P(gas_node::GV04A1), P(gas_node::ambient) + 300);
+  // Settled: nothing gathers, and less water leaves than enters.
+  for (const Index v : kAirLine) {
+    for (std::size_t slot = 0; slot < 3; ++slot) EXPECT_NEAR(Tessera_B.u[kVolumes[v].m1 + slot], 0.0, 0.01) << v;
+    EXPECT_NEAR(Tessera_B.u[kVolumes[v].T], 0.0, 1e-3) << v;
+  }
+  EXPECT_NEAR(Tessera_Y[output::cathode_inlet_flow], Tessera_Y[output::compressor_air_flow], 0.05);
+  EXPECT_LT(Tessera_Y[output::exhaust_flow], Tessera_Y[output::cathode_inlet_flow]);
+}
+
+TEST_F(GasNetwork, GatesOfTheActuatorsAreReadAtTheirRate) {
+  step_to(0.025);  // the next 10 ms tick is at 0.03
+  set(input::compressor_speed, 5000.0);
+  set(input::back_pressure_valve_command, 1.0);
+  set(input::supply_valve_command, 1.0);
+  Tessera_step();
+  EXPECT_EQ(Tessera_B.command.compressor_speed, 0.0);
+  EXPECT_EQ(Tessera_B.command.back_pressure_valve, 0.0);
+  EXPECT_EQ(Tessera_B.command.supply_valve, 1.0);
+  EXPECT_EQ(Tessera_Y[output::supply_valve_command], 0.0) << "shown from the next tick on";
+  step_to(0.031);
+  EXPECT_EQ(Tessera_B.command.compressor_speed, 5000.0);
+  EXPECT_EQ(Tessera_B.command.back_pressure_valve, 1.0);
+  EXPECT_EQ(Tessera_Y[output::supply_valve_command], 1.0);
+}
+
+TEST_F(GasNetwork, ActuatorsAndLagsStartOnTheirCommand) {
+  set(input::compressor_speed, 4321.0);
+  set(input::back_pressure_valve_command, 0.25);
+  set(input::supply_valve_command, 0.5);
+  set(input::bleed_valve_command, 7.0);  // a position stays within 0 and 1
+  Tessera_initialize();
+  Tessera_step();
+  EXPECT_EQ(Tessera_X[state::compressor_first_lag], 4321.0);
+  EXPECT_EQ(Tessera_X[state::MoistGasValve_position], 0.25);
+  EXPECT_EQ(Tessera_X[state::H2_Valve1_position], 0.5);
+  EXPECT_EQ(Tessera_X[state::H2_Valve2_position], 1.0);
+  // The air behind the radiator: 1 l of ambient air at 1 bar and 313.15 K.
+  const double sum =
+      Tessera_X[state::Air_outRadia_m1] + Tessera_X[state::Air_outRadia_m2] + Tessera_X[state::Air_outRadia_m3];
+  EXPECT_NEAR(1e-6 * sum, 0.001 * 1e5 / (8.314 / (0.001 / Tessera_B.gas.ambient.mole_per_gram) * 313.15), 1e-8);
+}
+
+TEST_F(GasNetwork, HydrogenAccountStartsAtTheFirstTickAndFalls) {
+  set(input::bleed_valve_command, 1.0);
+  set(input::supply_valve_command, 0.3);
+  Tessera_step();
+  EXPECT_NEAR(Tessera_Y[output::hydrogen_account_mass_at_start], 10.754633009479329, 1e-12);
+  step_to(1.0);
+  EXPECT_NEAR(Tessera_Y[output::hydrogen_account_mass_at_start], 10.754633009479329, 1e-12);
+  EXPECT_LT(Tessera_Y[output::hydrogen_account_fill], 100.0);
+  EXPECT_NEAR(Tessera_Y[output::hydrogen_account_fill], Tessera_Y[output::hydrogen_account_mass] / 0.10754633009479329,
+              1e-9);
+  EXPECT_NEAR(Tessera_Y[output::tank_volume], 200.0, 1e-9);
+}
+
+TEST_F(GasNetwork, HumidityMonitorsShowTheShareOfSaturation) {
+  // Vapour behind the compressor and ahead of the anode, at 373.15 K, where the saturation pressure is 1 bar.
+  const auto add_vapour = [](state::Index mass, state::Index T, double pressure) {
+    Tessera_X[mass] = pressure * 0.0011 / (8.314 * 373.15) * 18000.0;  // mg in 1.1 l
+    Tessera_X[T] = 373.15;
+  };
+  Tessera_step();
+  add_vapour(state::GV01A1_m3, state::GV01A1_T, 0.3e5);
+  add_vapour(state::GV02H_m3, state::GV02H_T, 1.7e5);
+  Tessera_M_.task_counter[2] = 0;  // a 10 ms tick
+  Tessera_step();
+  EXPECT_NEAR(Tessera_Y[output::compressor_outlet_humidity], 30.0, 1e-10);
+  EXPECT_EQ(Tessera_Y[output::anode_inlet_humidity], 100.0);
+  EXPECT_EQ(Tessera_Y[output::anode_outlet_humidity], 0.0);
+}
+
+}  // namespace

@@ -1,0 +1,245 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <bit>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+#include "Vk_lib/Vk_fl_prop_lib/fl_class/IdG_vectors.h"
+#include "Vk_lib/Vk_fl_prop_lib/fl_prop_calc.h"
+#include "model/enabled_blocks.h"
+#include "model/moist_gas_volume.h"
+
+namespace {
+
+using testing::Each;
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+enum { kEnthalpy = 2, kCp = 5 };  // property codes
+
+/// Specific value of a dry gas from the property data of its slots.
+double dry_gas(const MoistGasState& gas, GasKind kind, int code) {
+  using namespace Vk_fl_prop_lib;
+  const auto value = [&](const GasVector& vector) {
+    const auto coeffs = std::bit_cast<std::array<double, 25>>(vector);
+    const Fl_data fluid{"gas", 3, coeffs.data(), 0.0};
+    double out = kNaN;
+    char msg[64];
+    EXPECT_FALSE(fl_prop_calc(&fluid, std::array{gas.T, gas.P}.data(), code, &out, msg));
+    return out;
+  };
+  return gas.X1 * value(kind == GasKind::hydrogen ? kH2_IDG : kO2_IDG) + gas.X2 * value(kN2_IDG);
+}
+
+TEST(GasVolume, StateObeysTheIdealGasLawDaltonAndTheSumOfFractions) {
+  constexpr double T = 350;
+  for (const VolumeRow& row : kVolumes) {
+    const auto M = molar_masses(row.gas);
+    const double n = row.P0 * row.V / (8.314 * T);  // mol
+    for (const std::array<double, 3>& y : {std::array{1.0, 0.0, 0.0}, {0, 0, 1}, {0.2, 0.7, 0.1}}) {
+      const GasContent content = volume_content(row, {n * y[0] * M[0], n * y[1] * M[1], n * y[2] * M[2]});
+      const MoistGasState gas = volume_state(row, content, T);
+      EXPECT_NEAR(gas.P, row.P0, 1e-12 * row.P0) << row.path;
+      EXPECT_NEAR(gas.p1 + gas.p2 + gas.p3, gas.P, 1e-12 * gas.P);
+      EXPECT_NEAR(gas.p3, y[2] * gas.P, 1e-12 * gas.P);
+      EXPECT_NEAR(gas.X1 + gas.X2 + gas.X3, 1, 1e-14);
+      EXPECT_NEAR(gas.X2 * content.mass(), 0.001 * n * y[1] * M[1], 1e-12 * content.mass());
+      EXPECT_NEAR(gas.rho * row.V, content.mass(), 1e-12 * content.mass());
+    }
+    if (row.FixedPressure) continue;
+    const auto [P, p1, p2, p3, T_empty, rho, X1, X2, X3] = volume_state(row, volume_content(row, {0, 0, 0}), T);
+    EXPECT_THAT((std::array{P, p1, p2, p3, rho, X1, X2, X3}), Each(0.0)) << row.path;
+  }
+  // Below 1e-6 kg the fractions fade with the mass.
+  const VolumeRow& row = kVolumes[gas_node::anode];
+  const MoistGasState traces = volume_state(row, volume_content(row, {1e-4, 1e-4, 2e-4}), T);
+  EXPECT_NEAR(traces.X1 + traces.X2 + traces.X3, 0.4, 1e-15);
+}
+
+TEST(GasVolume, HeldPressureAndHeldComposition) {
+  VolumeRow row = kVolumes[gas_node::GV02A1];
+  row.FixedPressure = true;
+  for (const double scale : {0.1, 30.0}) {
+    const MoistGasState gas = volume_state(row, volume_content(row, {scale * 32, scale * 28, scale * 36}), 350);
+    EXPECT_NEAR(gas.P, row.P0, 1e-10);
+    EXPECT_NEAR(gas.p3, 0.5 * row.P0, 1e-10);
+    EXPECT_NEAR(gas.rho, 0.096 * scale / row.V, 1e-12 * gas.rho);
+  }
+  row.FixedPressure = false, row.FixedComposition = true;
+  const GasContent content = volume_content(row, {0.5, 0, 1.5});
+  EXPECT_NEAR(content.m[0], 0.46e-3, 1e-18);
+  EXPECT_NEAR(content.m[1], 1.54e-3, 1e-18);
+  EXPECT_EQ(volume_state(row, content, 300).p3, 0);
+  EXPECT_EQ(volume_state(row, volume_content(row, {0, 0, 0}), 300).X2, 0.77);  // held in an empty volume too
+}
+
+struct Filled {
+  double m, T;  // g, K
+};
+
+/// What an adiabatic volume of dry gas holds after w [kg/s] of the enthalpy h_in has flowed in for a second.
+template <class Property>
+Filled fill(const VolumeRow& row, Filled y, double w, double h_in, int steps, const Property& property) {
+  const auto X = start_fractions(row.gas);
+  const auto moved = [&](Filled from, Filled at, double dt) -> Filled {
+    const GasContent content = volume_content(row, {at.m * X[0], at.m * X[1], 0});
+    MoistGas gas{};
+    gas.state = volume_state(row, content, at.T);
+    gas.Cp = property(gas.state, kCp), gas.h = property(gas.state, kEnthalpy);
+    const auto d = volume_balance(row, content, gas, {w, w * X[0], w * X[1], 0, w * h_in}, 0);
+    return {from.m + dt * 0.001 * (d.m_mg[0] + d.m_mg[1]), from.T + dt * d.T};
+  };
+  for (int i = 0; i < steps; ++i) y = moved(y, moved(y, y, 0.5 / steps), 1.0 / steps);  // midpoint rule
+  return y;
+}
+
+TEST(GasVolume, AdiabaticFillingRaisesTheInternalEnergyByTheEnthalpyThatFlowsIn) {
+  for (const VolumeRow& row : {kVolumes[gas_node::GVMP1], kVolumes[gas_node::GV01A1]}) {
+    const auto X = start_fractions(row.gas);
+    const auto property = [&](const MoistGasState& gas, int code) { return dry_gas(gas, row.gas, code); };
+    const auto energy = [&](const Filled& y) {  // m (h - R T)
+      const GasContent content = volume_content(row, {y.m * X[0], y.m * X[1], 0});
+      return content.mass() * property(volume_state(row, content, y.T), kEnthalpy) - 8.314 * content.moles() * y.T;
+    };
+    const Filled before{0.4, 290};
+    const double w = 2e-3 * before.m;  // to three times the mass
+    const double h_in = property({1e5, 0, 0, 0, 330, 0, X[0], X[1], 0}, kEnthalpy);
+    const Filled after = fill(row, before, w, h_in, 2000, property);
+    EXPECT_NEAR(after.m, 3 * before.m, 1e-10);
+    EXPECT_NEAR(energy(after) - energy(before), w * h_in, 1e-6 * std::fabs(w * h_in));
+    EXPECT_GT(after.T, 330);
+  }
+}
+
+TEST(GasVolume, FilledFromNextToNothingTheGasIsHotterThanItsSupplyByTheHeatCapacityRatio) {
+  constexpr double kGamma = 1.4, Cp = 8.314 / 0.002 * kGamma / (kGamma - 1), m0 = 2e-3, kT0 = 250, kT_in = 300;
+  const auto property = [](const MoistGasState& gas, int code) { return code == kCp ? Cp : Cp * gas.T; };
+  for (const double ratio : {3.0, 1000.0}) {  // of the masses after and before
+    const double w = (ratio - 1) * 1e-3 * m0;
+    const Filled gas = fill(kVolumes[gas_node::GV01H1], {m0, kT0}, w, Cp * kT_in, 200000, property);
+    EXPECT_NEAR(gas.T, kGamma * kT_in + (kT0 - kGamma * kT_in) / ratio, 1e-5);
+  }
+}
+
+TEST(GasVolume, BalanceTakesTheVapourThatStaysAndDropsTheFlowWorkAtHeldPressure) {
+  VolumeRow row = kVolumes[gas_node::cathode];
+  const GasContent content = volume_content(row, {3.2, 2.8, 1.8});  // 0.1 mol each, 7.8 g
+  const double R = 8.314 * 0.3 / 0.0078, h = 4e5, T = 320;
+  MoistGas gas{};
+  gas.state = volume_state(row, content, T);
+  gas.Cp = 1000 + R, gas.h = h;
+  const MoistGasFlow inflow{99, 1e-3, 2e-3, 3e-3, 5000};  // the total is not read
+  const VolumeDerivatives d = volume_balance(row, content, gas, inflow, 1e-3);
+  EXPECT_THAT(d.m_mg, testing::Pointwise(testing::DoubleNear(1e-10), {1000.0, 2000.0, 1000.0}));
+  EXPECT_NEAR(d.T, ((T * R - h) * 4e-3 + 5000) / 7.8, 1e-9);
+  row.FixedPressure = true;
+  EXPECT_NEAR(volume_balance(row, content, gas, inflow, 1e-3).T, (5000 - h * 4e-3) / 7.8, 1e-9);
+}
+
+TEST(Saturation, LawMeetsSteamTablesAndItsInverse) {
+  for (const auto& [T, P] : {std::pair{333.15, 19946.0}, {353.15, 47414.0}, {373.15, 101420.0}, {393.15, 198670.0}}) {
+    SaturationBlock PsatT{}, TPsat{};
+    EXPECT_NEAR(SaturationPressureLaw(T), P, 0.04 * P) << T;
+    EXPECT_EQ(Tessera_PsatT(PsatT, 1, T, true), SaturationPressureLaw(T));
+    EXPECT_NEAR(Tessera_TPsat(TPsat, 1, SaturationPressureLaw(T), true), T, 1e-10 * T);
+  }
+  EXPECT_NEAR(SaturationPressureLaw(373.15), 100000, 1e-9);
+  // Clausius and Clapeyron: R T^2 dlnP/dT is the heat of vaporisation, 2256.5 kJ/kg.
+  const double slope = std::log(SaturationPressureLaw(374.15) / SaturationPressureLaw(372.15)) / 2;
+  EXPECT_NEAR(8.314 / 0.018 * 373.15 * 373.15 * slope, 2256.5e3, 0.002 * 2256.5e3);
+}
+
+TEST(EnabledBlocks, KeepTheirStagesWhileInactiveAndSwitchInMajorStepsOnly) {
+  for (const auto law : {Tessera_PsatT, Tessera_TPsat}) {
+    SaturationBlock block{};
+    (law == Tessera_PsatT ? Tessera_PsatT_Init : Tessera_TPsat_Init)(block);
+    EXPECT_EQ(law(block, 1, 350, false), 100000);
+    EXPECT_EQ(law(block, 0, 350, true), 100000);
+    const double at_350 = law(block, 1, 350, true), at_360 = law(block, 0, 360, false);
+    EXPECT_GT(at_360, at_350);
+    const auto stages = block.stage;
+    for (const double enable : {0.0, -1.0, kNaN}) EXPECT_EQ(law(block, enable, 390, true), at_360) << enable;
+    law(block, 1, 360, true);
+    (law == Tessera_PsatT ? Tessera_PsatT_Disable : Tessera_TPsat_Disable)(block);
+    law(block, 1, 390, false);
+    EXPECT_EQ(block.stage, stages);
+  }
+  for (const auto integrator : {Tessera_dTdt, Tessera_dPdt}) {
+    StateSubBlock block{.active = false, .start = true};
+    double x = 7;
+    EXPECT_EQ(integrator(block, x, 0, 300, true), 7);
+    EXPECT_EQ(integrator(block, x, 1, 300, false), 7);
+    EXPECT_EQ(integrator(block, x, 1, 300, true), 300);
+    block.start = false, x = 310;
+    EXPECT_EQ(integrator(block, x, 0, 300, false), 310);
+    EXPECT_TRUE(block.active);
+    EXPECT_EQ(integrator(block, x, 0, 300, true), 310);
+    EXPECT_FALSE(block.active);
+  }
+}
+
+class Purge : public ::testing::Test {
+ protected:
+  Purge() { Tessera_With_purge_Init(block); }
+  void run(double W_in, double enable = 1, bool major_step = true) {
+    Tessera_With_purge(block, sub_block, n, enable, 18, W_in, 0.0055, 350, 8.314, 0.01, major_step);
+    sub_block.start = sub_block.start && !sub_block.active;
+  }
+
+  const double n_sat = SaturationPressureLaw(350) * 0.0055 / (8.314 * 350);  // mol
+  PurgeBlock block{};
+  StateSubBlock sub_block{.active = false, .start = true};
+  double n = 99;
+};
+
+TEST_F(Purge, PassesWhatTheVapourCanTakeAndRelaxesToSaturation) {
+  const double dt = 1e-3;
+  double condensed = 0, taken_in = 0;
+  for (const double W_in : {1e-5, 0.0, -5e-6, 1e-4}) {
+    run(W_in);
+    EXPECT_NEAR(block.W, W_in, 1e-19);
+    EXPECT_NEAR(block.C, 0, 1e-19);
+    for (int i = 0; i < 20000; ++i) {
+      run(W_in);
+      n += dt * block.dndt, condensed += dt * block.C, taken_in += dt * W_in;
+    }
+    EXPECT_NEAR(0.018 * (n - 0.01) + condensed, taken_in, 1e-12) << W_in;
+  }
+  EXPECT_NEAR(n, n_sat, 1e-9);
+  for (const double excess : {0.01, 0.5}) {
+    n = n_sat + excess;
+    for (const double W_in : {0.0, 1e-3}) {
+      run(W_in);
+      EXPECT_NEAR(block.W, -0.18 * excess, 1e-15);  // 10 per second of 0.018 kg/mol
+      EXPECT_NEAR(block.W + block.C, W_in, 1e-17);
+    }
+  }
+  n = kNaN;
+  run(2e-5);
+  EXPECT_NEAR(block.W, 2e-5, 1e-19);
+}
+
+TEST_F(Purge, IsSwitchedInMajorStepsOnly) {
+  run(1e-5, 0);
+  run(1e-5, 1, false);
+  EXPECT_EQ(n, 99);
+  EXPECT_EQ(block.W, 0);
+  run(1e-5, 1);
+  EXPECT_EQ(n, 0.01);
+  n = n_sat + 0.1;
+  run(1e-5, 0, false);
+  EXPECT_NEAR(block.W, -0.018, 1e-15);
+  EXPECT_TRUE(block.PsatT.active && !block.TPsat.active);
+  run(1e-5, 0);
+  EXPECT_THAT((std::array{block.W, block.C}), Each(0.0));
+  EXPECT_EQ(n, n_sat + 0.1);
+  EXPECT_FALSE(sub_block.active || block.PsatT.active);
+  EXPECT_EQ(block.TPsat.stage[5], 100000);
+  n = -1;
+  run(0);
+  EXPECT_EQ(n, 0);
+}
+
+}  // namespace
