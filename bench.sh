@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Measures the fluid properties: nanoseconds a call, and their ratios to the references of the same run. The arguments
+# Measures fluid properties and the model step: nanoseconds, and ratios to references of the same run. The arguments
 # go to the benchmark program, for example --benchmark_filter=gas.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <map>
 #include <string>
 #include <vector>
@@ -49,7 +50,8 @@ class LeastTimes : public benchmark::BenchmarkReporter {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::vector<Ratio> ratios = add_fluid_benchmarks();
+  std::vector<Ratio> ratios = add_fluid_benchmarks();
+  std::ranges::copy(add_step_benchmarks(), std::back_inserter(ratios));
   char interleaved[] = "--benchmark_enable_random_interleaving=true";
   char repetitions[] = "--benchmark_repetitions=25";
   char min_time[] = "--benchmark_min_time=0.02";

@@ -9,6 +9,7 @@ struct Ratio {
   double limit;  ///< the multiple that the benchmark may cost
 };
 
-/// Adds its benchmarks to the run. Each reports its items (SetItemsProcessed), whose time is what counts.
-/// @return the ratios to report
+// Each adds its benchmarks to the run. A benchmark reports its items (SetItemsProcessed), whose time is what counts.
+// They answer the ratios to report.
 std::vector<Ratio> add_fluid_benchmarks();
+std::vector<Ratio> add_step_benchmarks();
