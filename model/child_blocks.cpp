@@ -182,6 +182,12 @@ constexpr auto kGasGroups = [] {
   return groups;
 }();
 constexpr Group kCompressedAirGroup = group_at(Place::compressed_air, 0);
+constexpr std::size_t kHeatExchanger = group_at(Place::exchanger, 0).rows[0];
+constexpr auto kLiquids = [] {
+  std::array<std::size_t, kLiquidCount> rows{};
+  for (std::size_t v = 0; v < kLiquidCount; ++v) rows[v] = group_at(Place::liquid, v).rows[0];
+  return rows;
+}();
 
 void run_group(const Group& group) {
   for (std::size_t i = 0; i < group.count; ++i) run(children[group.rows[i]]);
@@ -204,3 +210,7 @@ void terminate_child_blocks() { terminate(children); }
 void run_child_blocks(gas_node::Index node) { run_group(kGasGroups[node]); }
 
 void run_compressed_air_child_blocks() { run_group(kCompressedAirGroup); }
+
+void run_child_block(liquid::Index volume) { run(children[kLiquids[volume]]); }
+
+void run_heat_exchanger_child_block() { run(children[kHeatExchanger]); }

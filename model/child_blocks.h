@@ -19,3 +19,9 @@ void run_child_blocks(gas_node::Index node);
 
 /// Evaluates those of the compressed air's enthalpy.
 void run_compressed_air_child_blocks();
+
+/// Evaluates the property block of a liquid volume.
+void run_child_block(liquid::Index volume);
+
+/// Evaluates the radiator's heat exchanger.
+void run_heat_exchanger_child_block();

@@ -215,12 +215,12 @@ void humidifier_exchange() {
 
 void air_balances() {
   for (const Index node : {gas_node::GV01A1, gas_node::humidifier1, gas_node::GV02A1, gas_node::GV03A,
-                           gas_node::humidifier2, gas_node::GV04A1}) {
+                           gas_node::humidifier2, gas_node::GV04A1, gas_node::Air_outRadia}) {
     balance_volume(node);
   }
 }
 
-void air_behind_radiator() {
+void evaluate_air_behind_radiator() {
   const VolumeRow& volume = kVolumes[gas_node::Air_outRadia];
   const auto mass_g = radiator_air_masses(signals.ambient, volume.V);
   if (Tessera_DW.integrators_start) {
@@ -228,12 +228,19 @@ void air_behind_radiator() {
   }
   for (std::size_t slot = 0; slot < 3; ++slot) limited_state(volume.m1 + slot);  // read by nothing
   evaluate_volume(gas_node::Air_outRadia, mass_g);
-  balance_volume(gas_node::Air_outRadia);
 }
 
 // ---- Stack ---------------------------------------------------------------------------------------------------------
 
 void stack_gas_balances() {
+  const StackSignals& stack = Tessera_B.stack;
+  const MoistGas &cathode = signals.at[gas_node::cathode], &anode = signals.at[gas_node::anode];
+  signals.flow[gas_flow::cathode_reaction] = cathode_reaction(stack.flows, cathode);
+  signals.flow[gas_flow::anode_reaction] = anode_reaction(stack.flows, anode);
+  signals.flow[gas_flow::cathode_losses] = stack_gas_losses(cathode.state, stack.heat);
+  signals.flow[gas_flow::anode_losses] = stack_gas_losses(anode.state, stack.heat);
+  Tessera_B.u[state::oxygen_access_state] =
+      oxygen_access_signal(cathode.state.p1, signals.at[gas_node::GV02A1].state.T);
   balance_volume(gas_node::cathode);
   balance_volume(gas_node::anode);
 }

@@ -14,5 +14,7 @@ void hydrogen_balances();       ///< derivatives of the hydrogen volumes
 void compressor_drive();        ///< Electrical_CPR: speed lags, outflow and power
 void humidifier_exchange();     ///< VapEchange1234
 void air_balances();            ///< derivatives of the air volumes
-void air_behind_radiator();     ///< Air_outRadia
-void stack_gas_balances();      ///< derivatives of cathode and anode
+void stack_gas_balances();      ///< reaction, and derivatives of cathode and anode
+
+/// Air_outRadia: its gas, for the radiator; air_balances has its derivatives.
+void evaluate_air_behind_radiator();

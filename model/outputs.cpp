@@ -7,19 +7,20 @@
 namespace {
 
 // What the rows' formulas speak of.
-[[maybe_unused]] constexpr const Signals& b = Tessera_B;
-[[maybe_unused]] constexpr const StateVector& x = Tessera_X;
-[[maybe_unused]] constexpr const MemoryValues& m = Tessera_B.memory;
-constexpr double unbuilt = 0.0;
+constexpr const Signals& b = Tessera_B;
+constexpr const StateVector& x = Tessera_X;
+constexpr const MemoryValues& m = Tessera_B.memory;
 
 // The factor stands first, as in the plant's own products.
 constexpr double bar_from_Pa(double p) { return 1e-5 * p; }
 constexpr double degC_from_K(double T) { return T - 273.15; }
+constexpr double kWh_from_J(double energy) { return 2.7777777777777776e-7 * energy; }
 
-// Displays of the gas at a node and of a flow.
+// Displays of the gas at a node and of flows.
 double p_bar(gas_node::Index node) { return bar_from_Pa(b.gas.at[node].state.P); }
 double T_degC(gas_node::Index node) { return degC_from_K(b.gas.at[node].state.T); }
 double g_per_s(gas_flow::Index flow) { return 1000.0 * b.gas.flow[flow].mdot; }
+double l_per_min(coolant_flow::Index flow) { return 57.142857142857146 * b.cooling.flow[flow]; }  // 60 / 1.05
 double humidity_percent(gas_node::Index node) {
   const MoistGasState& gas = b.gas.at[node].state;
   return 100.0 * saturated(gas.p3 / SaturationPressureLaw(gas.T), 0.0, 1.0);

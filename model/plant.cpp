@@ -1,9 +1,11 @@
 // The plant: its four entry points.
 
 #include "model/child_blocks.h"
+#include "model/cooling_loop.h"
 #include "model/gas_network.h"
 #include "model/inputs.h"
 #include "model/outputs.h"
+#include "model/power_network.h"
 #include "model/signals.h"
 #include "model/supervisory_logic.h"
 #include "runtime/clock.h"
@@ -20,6 +22,8 @@ void start_states_and_memories() {
 }
 
 void start_sub_blocks() {
+  start(Tessera_DW.coolant_condition);
+  Tessera_DW.air_sign = Tessera_DW.coolant_sign = 1.0;
   for (PurgeBlock& block : Tessera_DW.purge) Tessera_With_purge_Init(block);
   for (SaturationBlock* block : {&Tessera_DW.ambient_PsatT, &Tessera_DW.exchange_PsatT1, &Tessera_DW.exchange_PsatT2}) {
     Tessera_PsatT_Init(*block);
@@ -42,6 +46,7 @@ void finish_major_step() {
   fmu_LogOutput();
   Tessera_DW.integrators_start = false;
   for (StateSubBlock& sub_block : Tessera_DW.sub_block) sub_block.start = sub_block.start && !sub_block.active;
+  count_battery_energies();
   write_memories();
   advance_to_next_step();
 }
@@ -72,16 +77,21 @@ void Tessera_step() {
   pressure_reducer();
   hydrogen_loop();
   read_inputs();
+  power_demand_and_stack_voltage();
   air_before_stack();
   compressor_flow();
-  actuator_commands();
+  supervisory_logic();
   hydrogen_valves();
   air_line();
+  coolant_volumes();
+  thermal_supervision();
+  radiator();
+  power_network();
   hydrogen_balances();
   compressor_drive();
   humidifier_exchange();
   air_balances();
-  air_behind_radiator();
+  coolant_balances();
   stack_gas_balances();
   feed_input_lags();
   write_outputs();

@@ -1,8 +1,7 @@
 #pragma once
 
-/// The controller inside the plant.
+/// The controller in the step: its blocks read and write the block signals and leave the rules to power_control.h. The
+/// groups stand in the order of an evaluation.
 
-/// Commands of the compressor and the gas valves: the controller's own values at their 10 ms tick, and what the gates
-/// make of them. A gate of the compressor or of the back-pressure valve is read at the tick, the others in each major
-/// step.
-void actuator_commands();
+void power_demand_and_stack_voltage();  ///< system command, power limiter, voltage law, current PI, air flow setpoint
+void supervisory_logic();               ///< samples, command set, stack power loop, commands of compressor and valves

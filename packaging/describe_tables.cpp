@@ -157,13 +157,14 @@ Table output_table(OutputGroup group) {
                 {"Output", Kind::name},
                 {"Unit", Kind::text},
                 {"Rate", Kind::text},
+                {"Mark", Kind::text},
                 {"Description", Kind::text}},
                {}};
   for (std::size_t vr = 0; vr < kOutputCount; ++vr) {
     const OutputRow& row = kOutputs[vr];
     if (row.group != group) continue;
     result.rows.push_back({std::to_string(vr), std::string(row.name), std::string(kUnits[row.unit].name),
-                           std::string(text(row.rate)), std::string(row.text)});
+                           std::string(text(row.rate)), is_in_hydrogen_loop(vr) ? "loop" : "", std::string(row.text)});
   }
   return result;
 }

@@ -15,6 +15,7 @@
 #include "apps/runner/progress.h"
 #include "apps/runner/result_file.h"
 #include "apps/runner/signals.h"
+#include "apps/runner/summary.h"
 #include "apps/runner/text.h"
 #include "apps/runner/unit_archive.h"
 #include "apps/runner/unit_instance.h"
@@ -87,9 +88,10 @@ class OutputReader {
   std::vector<double> values_;
 };
 
-void write_row(CsvWriter& csv, const Plan& plan, Milliseconds now, std::span<const double> values,
+void write_row(CsvWriter& csv, Summary& summary, const Plan& plan, Milliseconds now, std::span<const double> values,
                bool allow_non_finite) {
   csv.row(now, values);
+  summary.add(now, values);
   if (allow_non_finite) return;
   const auto bad = std::find_if_not(values.begin(), values.end(), [](double value) { return std::isfinite(value); });
   if (bad == values.end()) return;
@@ -104,12 +106,12 @@ void stop_if_signalled(Milliseconds now) {
 }
 
 /// Steps the unit through the plan. `now` is at any moment the time that the unit has reached.
-void simulate(UnitInstance& unit, const Plan& plan, bool allow_non_finite, CsvWriter& csv, Progress& progress,
-              Milliseconds& now) {
+void simulate(UnitInstance& unit, const Plan& plan, bool allow_non_finite, CsvWriter& csv, Summary& summary,
+              Progress& progress, Milliseconds& now) {
   OutputReader outputs(plan.outputs);
   unit.write(plan.start);
   unit.initialize(plan.stop);
-  write_row(csv, plan, now, outputs.read(unit), allow_non_finite);
+  write_row(csv, summary, plan, now, outputs.read(unit), allow_non_finite);
 
   Milliseconds next_row = std::min(plan.interval, plan.stop);
   auto change = plan.changes.begin();
@@ -121,7 +123,7 @@ void simulate(UnitInstance& unit, const Plan& plan, bool allow_non_finite, CsvWr
     unit.do_step(now, next);
     now = next;
     if (now == next_row) {
-      write_row(csv, plan, now, outputs.read(unit), allow_non_finite);
+      write_row(csv, summary, plan, now, outputs.read(unit), allow_non_finite);
       next_row = std::min(next_row + plan.interval, plan.stop);
     }
     progress.update(now);
@@ -145,7 +147,9 @@ std::string state_text(const std::vector<Error>& failures, const Plan& plan, Mil
   }
 }
 
-void print_summary(const ResultFile& file, const Plan& plan, Milliseconds now, double wall, const std::string& state) {
+void print_summary(const ResultFile& file, const Summary& summary, const Plan& plan, Milliseconds now, double wall,
+                   const std::string& state) {
+  for (const std::string& line : summary.lines()) std::printf("%s\n", line.c_str());
   std::printf("rows            %llu\n", static_cast<unsigned long long>(file.lines() - 1));
   std::printf("variables       %zu\n", plan.outputs.size());
   std::printf("file            %s\n", file.location().c_str());
@@ -172,6 +176,7 @@ ExitCode run(const RunOptions& options) {
   std::vector<std::string_view> names;
   for (const Variable* output : plan.outputs) names.push_back(output->name);
   CsvWriter csv(file, names);
+  Summary summary(plan.outputs);
   Progress progress(plan.stop, options.is_quiet);
 
   // Whatever fails, the steps after it that save results and free the unit are still taken.
@@ -188,7 +193,7 @@ ExitCode run(const RunOptions& options) {
     UnitLog log(options.log_level, options.log_file, [&] { progress.clear(); });
     const UnitLibrary library(archive, description.model_identifier);
     UnitInstance unit(library, description.model_name, description.guid, log);
-    attempt([&] { simulate(unit, plan, options.allow_non_finite, csv, progress, now); });
+    attempt([&] { simulate(unit, plan, options.allow_non_finite, csv, summary, progress, now); });
     attempt([&] { unit.finish(); });
     log.close();
   });
@@ -201,7 +206,7 @@ ExitCode run(const RunOptions& options) {
   });
 
   for (const Error& error : failures) std::cerr << "tessera: " << error.what() << "\n";
-  if (file.lines() > 1) print_summary(file, plan, now, wall, state_text(failures, plan, now));
+  if (file.lines() > 1) print_summary(file, summary, plan, now, wall, state_text(failures, plan, now));
   return failures.empty() ? ExitCode::kOk : failures.front().code();
 }
 

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstddef>
+#include <iterator>
 #include <string_view>
 
 // ---- Rates ---------------------------------------------------------------------------------------------------------
@@ -141,6 +142,27 @@ constexpr std::size_t count(OutputGroup group) {
 }
 static_assert(count(OutputGroup::hydrogen) == 28 && count(OutputGroup::air) == 24 && count(OutputGroup::cooling) == 19 &&
               count(OutputGroup::electrical) == 38 && count(OutputGroup::displays) == 37);
+
+/// The outputs of the hydrogen loop. In stretches of the scenario the ejector loop flips from step to step there and
+/// magnifies a rounding to the full size of the signal.
+inline constexpr output::Index kHydrogenLoop[] = {
+    output::tank_pressure,          output::tank_temperature,        output::tank_outflow,
+    output::ejector_inlet_pressure, output::ejector_inlet_temperature, output::ejector_flow,
+    output::anode_inlet_pressure,   output::anode_inlet_temperature, output::anode_outlet_flow,
+    output::anode_outlet_pressure,  output::anode_outlet_temperature, output::supply_valve_command,
+    output::reducer_outlet_pressure, output::reducer_outlet_temperature, output::stack_pressure_difference,
+    output::supply_valve_position,  output::bleed_valve_flow,        output::recirculation_flow,
+    output::supply_valve_flow,      output::tank_hydrogen_mass,      output::hydrogen_account_mass,
+    output::hydrogen_account_fill,
+};
+static_assert(std::size(kHydrogenLoop) == 22);
+
+constexpr bool is_in_hydrogen_loop(std::size_t vr) {
+  for (const output::Index index : kHydrogenLoop) {
+    if (index == vr) return true;
+  }
+  return false;
+}
 
 // ---- Inputs --------------------------------------------------------------------------------------------------------
 

@@ -42,32 +42,36 @@ namespace coolant_flow {
 enum Index : std::size_t { pump, radiator, bypass, count };
 }  // namespace coolant_flow
 
-struct CoolantConnection {
-  liquid::Index first, second;
-  coolant_flow::Index flow;  ///< positive from the first to the second
-};
-
-inline constexpr CoolantConnection kCoolantConnections[] = {
-    {liquid::Water_Outlet_Stack, liquid::Water_OutletPump,   coolant_flow::pump},
-    {liquid::Water_OutletPump,   liquid::Water_Inlet_Rad,    coolant_flow::radiator},
-    {liquid::Water_Inlet_Rad,    liquid::Water_Outlet_Rad,   coolant_flow::radiator},  // Radiator/PressureDrop
-    {liquid::Water_Outlet_Rad,   liquid::Water_Inlet_Stack,  coolant_flow::radiator},
-    {liquid::Water_OutletPump,   liquid::Water_Inlet_Stack,  coolant_flow::bypass},
-    {liquid::Water_Inlet_Stack,  liquid::CoolantVolume,      coolant_flow::pump},      // PAC/PressureDrop
-    {liquid::CoolantVolume,      liquid::Water_Outlet_Stack, coolant_flow::pump},      // PAC/PressureDrop1
-};
-
-/// A ModeNonReturnValve2: the restrictions of the coolant loop. Each carries the flow imposed on its connection.
+/// A ModeNonReturnValve2: the restrictions of the coolant loop.
 struct LiquidRestrictionRow {
   const char* path;
-  std::size_t connection;  ///< in kCoolantConnections
-  double dp_nominal;       ///< Pa
+  double dp_nominal;  ///< Pa
   double exponent, gain1, gain2;
 };
 
-inline constexpr std::size_t kLiquidRestrictionCount = 3;
+namespace liquid_restriction {
+enum Index : std::size_t { radiator, stack_inlet, stack_outlet, count, none };
+}  // namespace liquid_restriction
+inline constexpr std::size_t kLiquidRestrictionCount = liquid_restriction::count;
+
 inline constexpr LiquidRestrictionRow kLiquidRestrictions[kLiquidRestrictionCount] = {
-    {"Front_End_Underhood2/Radiator/PressureDrop",   2, 100000.0, 2.0, 1.0, 100.0},
-    {"MoistGasFuelCell_v2/PAC/PressureDrop",         5, 10000.0,  2.0, 0.3, 9.0},
-    {"MoistGasFuelCell_v2/PAC/PressureDrop1",        6, 10000.0,  2.0, 0.3, 9.0},
+    {"Front_End_Underhood2/Radiator/PressureDrop",   100000.0, 2.0, 1.0, 100.0},
+    {"MoistGasFuelCell_v2/PAC/PressureDrop",         10000.0,  2.0, 0.3, 9.0},
+    {"MoistGasFuelCell_v2/PAC/PressureDrop1",        10000.0,  2.0, 0.3, 9.0},
+};
+
+struct CoolantConnection {
+  liquid::Index first, second;
+  coolant_flow::Index flow;  ///< imposed, positive from the first to the second
+  liquid_restriction::Index restriction;
+};
+
+inline constexpr CoolantConnection kCoolantConnections[] = {
+    {liquid::Water_Outlet_Stack, liquid::Water_OutletPump,   coolant_flow::pump,     liquid_restriction::none},
+    {liquid::Water_OutletPump,   liquid::Water_Inlet_Rad,    coolant_flow::radiator, liquid_restriction::none},
+    {liquid::Water_Inlet_Rad,    liquid::Water_Outlet_Rad,   coolant_flow::radiator, liquid_restriction::radiator},
+    {liquid::Water_Outlet_Rad,   liquid::Water_Inlet_Stack,  coolant_flow::radiator, liquid_restriction::none},
+    {liquid::Water_OutletPump,   liquid::Water_Inlet_Stack,  coolant_flow::bypass,   liquid_restriction::none},
+    {liquid::Water_Inlet_Stack,  liquid::CoolantVolume,      coolant_flow::pump,     liquid_restriction::stack_inlet},
+    {liquid::CoolantVolume,      liquid::Water_Outlet_Stack, coolant_flow::pump,     liquid_restriction::stack_outlet},
 };

@@ -50,7 +50,7 @@ inline constexpr std::size_t kGasFlowCount = gas_flow::count;
 
 struct VolumePorts {
   std::size_t count = 0;
-  std::array<gas_flow::Index, 3> flows{};
+  std::array<gas_flow::Index, 4> flows{};
 
   constexpr std::span<const gas_flow::Index> list() const { return {flows.data(), count}; }
 };

@@ -67,6 +67,9 @@ TEST(Archive, HoldsTheBuiltFilesInSortedEntriesOfOneTime) {
   const std::vector<Entry> entries = read_archive(TESSERA_FMU);
   const std::pair<const char*, const char*> built[] = {
       {"binaries/linux64/Tessera.so", TESSERA_LIBRARY},
+#ifdef TESSERA_REFERENCE
+      {"documentation/Tessera_ref.csv", TESSERA_REFERENCE},
+#endif
       {"documentation/index.html", TESSERA_DESCRIBED_DIR "/index.html"},
       {"documentation/licenses/license.txt", TESSERA_SOURCE_DIR "/LICENSE"},
       {"model.png", TESSERA_SOURCE_DIR "/packaging/model.png"},
@@ -76,6 +79,23 @@ TEST(Archive, HoldsTheBuiltFilesInSortedEntriesOfOneTime) {
   }
   EXPECT_TRUE(std::ranges::is_sorted(entries, {}, &Entry::name));
 }
+
+#ifdef TESSERA_REFERENCE
+TEST(Archive, ReferenceResultHasEachOutputEveryTenSeconds) {
+  std::istringstream lines(read_file(TESSERA_REFERENCE));
+  std::string line;
+  std::vector<double> times;
+  ASSERT_TRUE(std::getline(lines, line));
+  EXPECT_EQ(std::ranges::count(line, ','), 146);
+  while (std::getline(lines, line)) {
+    EXPECT_EQ(std::ranges::count(line, ','), 146) << line;
+    times.push_back(std::stod(line));
+  }
+  ASSERT_EQ(times.size(), 201u);
+  for (std::size_t i = 0; i < 200; ++i) EXPECT_EQ(times[i], 10.0 * static_cast<double>(i));
+  EXPECT_EQ(times.back(), 1998.0);
+}
+#endif
 
 TEST(Assemble, RefusesWhatItCannotPackAndKeepsTheOldArchive) {
   const std::string archive = TEST_FOLDER "/refused.fmu";

@@ -1,0 +1,182 @@
+#include "model/cooling_loop.h"
+
+#include <array>
+#include <cmath>
+
+#include "model/child_blocks.h"
+#include "model/gas_network.h"
+#include "model/inputs.h"
+#include "model/liquid_volume.h"
+#include "model/radiator.h"
+#include "model/scalar_laws.h"
+#include "model/signals.h"
+#include "runtime/clock.h"
+
+namespace {
+
+CoolingSignals& cooling = Tessera_B.cooling;
+CommandSignals& command = Tessera_B.command;
+
+constexpr double kCoolantPressure = 200000.0;  // Pa, of every volume
+constexpr double kSignBand = 1e-5;             // kg/s, of the flows through the radiator
+
+LiquidPort port(liquid::Index volume) {
+  const auto& [T, P, y] = Tessera_B.liquid[volume];
+  return {P, T, y[0], y[1], y[2], y[3], y[4], y[5], y[6], y[7], y[8], y[9]};
+}
+
+double Cp(liquid::Index volume) { return Tessera_B.liquid[volume].vector[4]; }
+
+/// Mass flow through a restriction [kg/s]. Its selector stands on the imposed flow, whatever its laws say.
+double restriction_flow(liquid_restriction::Index r, const LiquidPort& first, const LiquidPort& second,
+                        double imposed) {
+  const LiquidPort& up = imposed < 0.0 ? second : first;
+  const double dp = first.P - second.P;
+  const double quadratic = Tessera_aQB(Tessera_DW.aQB[r], 1.0, kLiquidRestrictions[r], dp, up.v, is_major_step()).mdot;
+  Tessera_DTAQfCv(Tessera_DW.DTAQfCv[r], 0.0, 1.0, first.P, first.T, second.P, second.T, kFlowCoefficient,
+                  is_major_step());
+  return ModeNonReturnValve2(FlowSelector::imposed, imposed, quadratic, dp, up.v).mdot;
+}
+
+double T_degC(state::Index T) { return Tessera_X[T] - 273.15; }
+
+// ---- Supervision ---------------------------------------------------------------------------------------------------
+
+void sample_temperatures() {
+  cooling.T_out = T_degC(state::Water_Outlet_Stack_T);
+  cooling.T_in = T_degC(state::Water_Inlet_Stack_T);
+  cooling.T_amb = T_degC(state::ambient_temperature);
+  cooling.T_set = Tessera_B.control.set.coolant_temperature;
+}
+
+void run_supervisor() {
+  const MemoryValues& memory = Tessera_B.memory;
+  const bool slow_tick = hits(Rate::tick_100ms);
+  if (slow_tick) {
+    cooling.T_set_slow = cooling.T_set;
+    cooling.T_out_slow = cooling.T_out;
+    cooling.T_amb_slow = cooling.T_amb;
+    tick(Tessera_DW.coolant_condition, cooling.T_in, cooling.T_out, memory.thermal_mode, memory.thermal_enable);
+  }
+  ThermalSupervisor& chart = Tessera_DW.supervisor;
+  const bool fault = coolant_fault(Tessera_DW.coolant_condition, memory.thermal_mode);
+  tick(chart, Tessera_B.control.set.run, fault, cooling.T_out >= 50.0);
+  Tessera_B.next.thermal_mode = chart.mode;
+  Tessera_B.next.thermal_enable = chart.enable;
+  if (slow_tick) {
+    cooling.demand = thermal_demand(Tessera_DW.thermal_law, cooling.T_set_slow, cooling.T_out_slow, cooling.T_amb_slow);
+  }
+
+  const bool running = chart.state == ThermalSupervisor::Running;
+  const double closure = running ? cooling.demand.closure : 0.0;
+  command.fan_own = smaller(1.0, running ? cooling.demand.fan : 0.0);
+  command.heater_own = smaller(1.0, running && cooling.T_out <= 5.0 ? 1.0 : 0.0);
+  command.radiator_own = saturated(1.0 - closure, 0.0, 1.0);
+  command.pump_own = smaller(1.0, running || chart.state != ThermalSupervisor::Off ? 1.0 : 0.0);
+}
+
+void pass_gates() {
+  command.fan = gated(input::fan_command, command.fan_own);
+  command.heater = gated(input::heater_command, command.heater_own);
+  command.radiator = gated(input::radiator_command, command.radiator_own);
+  command.pump = gated(input::pump_command, command.pump_own);
+}
+
+}  // namespace
+
+void coolant_volumes() {
+  for (std::size_t v = 0; v < kLiquidCount; ++v) {
+    const LiquidVolumeRow& row = kLiquidVolumes[v];
+    LiquidSignals& signals = Tessera_B.liquid[v];
+    auto& sub_block = Tessera_DW.sub_block;
+    signals.T = Tessera_dTdt(sub_block[row.T], Tessera_X[row.T], 1.0, 313.15, is_major_step());
+    Tessera_dPdt(sub_block[row.p], Tessera_X[row.p], 0.0, kCoolantPressure, is_major_step());
+    signals.P = kCoolantPressure;
+    run_child_block(static_cast<liquid::Index>(v));
+  }
+}
+
+void thermal_supervision() {
+  if (hits(Rate::tick_10ms)) {
+    sample_temperatures();
+    run_supervisor();
+  }
+  if (is_major_step()) pass_gates();
+  double& pump_flow = cooling.flow[coolant_flow::pump];
+  if (hits(Rate::tick_10ms)) {
+    pump_flow = pump_mass_flow(command.radiator, command.pump);
+    cooling.heater_power = heater_power(command.heater);
+  }
+  if (hits(Rate::tick_100ms)) {
+    estimate_coolant(Tessera_DW.thermal_law, command.fan, command.radiator, cooling.T_out_slow, cooling.T_amb_slow);
+  }
+  cooling.flow[coolant_flow::radiator] = pump_flow * command.radiator;
+  cooling.flow[coolant_flow::bypass] = pump_flow - cooling.flow[coolant_flow::radiator];
+}
+
+void radiator() {
+  const double coolant_mdot = cooling.flow[coolant_flow::radiator];
+  cooling.air_speed = radiator_air_speed(Tessera_X[state::wind_speed], Tessera_X[state::vehicle_speed]);
+  cooling.air_flow = radiator_air_flow(cooling.air_speed, command.fan, Tessera_B.gas.ambient.state.rho);
+  if (hits(Rate::tick_1ms)) {
+    Tessera_DW.air_sign = sign_with_hysteresis(cooling.air_flow, kSignBand, Tessera_DW.air_sign);
+    Tessera_DW.coolant_sign = sign_with_hysteresis(coolant_mdot, kSignBand, Tessera_DW.coolant_sign);
+  }
+  const bool air_forward = Tessera_DW.air_sign >= 0.0, coolant_forward = Tessera_DW.coolant_sign >= 0.0;
+
+  evaluate_air_behind_radiator();
+  const MoistGas &ambient = Tessera_B.gas.at[gas_node::ambient], &behind = Tessera_B.gas.at[gas_node::Air_outRadia];
+  const MoistGas& air_inlet = air_forward ? ambient : behind;
+  const liquid::Index coolant_inlet = coolant_forward ? liquid::Water_Inlet_Rad : liquid::Water_Outlet_Rad;
+  Tessera_B.gas.flow[gas_flow::radiator_air] = flow_of(air_inlet, cooling.air_flow);
+
+  // The exchanger takes capacity flows as heat capacities of a flow of 1 kg/s.
+  HeatExchangerSignals& exchanger = Tessera_B.heat_exchanger;
+  exchanger.flow1 = exchanger.flow2 = 1.0;
+  exchanger.Cp1 = 0.5 * (ambient.Cp + behind.Cp) * std::fabs(cooling.air_flow);
+  exchanger.T1 = air_inlet.state.T;
+  exchanger.UA = radiator_UA(cooling.air_flow, coolant_mdot);
+  exchanger.Cp2 = 0.5 * (Cp(liquid::Water_Inlet_Rad) + Cp(liquid::Water_Outlet_Rad)) * std::fabs(coolant_mdot);
+  exchanger.T2 = Tessera_B.liquid[coolant_inlet].T;
+  run_heat_exchanger_child_block();
+  cooling.radiator_heat = exchanger.Q;
+
+  const double air_share = (1.0 + Tessera_DW.air_sign) / 2.0;
+  Tessera_B.gas.flow[gas_flow::radiator_heat] = {0.0, 0.0, 0.0, 0.0, air_share * -cooling.radiator_heat};
+}
+
+void coolant_balances() {
+  std::array<LiquidPort, kLiquidCount> ports;
+  for (std::size_t v = 0; v < kLiquidCount; ++v) ports[v] = port(static_cast<liquid::Index>(v));
+
+  std::array<LiquidFlow, kLiquidCount> inflow{};
+  for (const CoolantConnection& connection : kCoolantConnections) {
+    const LiquidPort &first = ports[connection.first], &second = ports[connection.second];
+    const double imposed = cooling.flow[connection.flow];
+    const double mdot = connection.restriction == liquid_restriction::none
+                            ? imposed
+                            : restriction_flow(connection.restriction, first, second, imposed);
+    const LiquidFlow flow = liquid_flow(first, second, mdot);
+    LiquidFlow &from = inflow[connection.first], &to = inflow[connection.second];
+    from = {from.mdot - flow.mdot, from.Hdot - flow.Hdot};
+    to = {to.mdot + flow.mdot, to.Hdot + flow.Hdot};
+  }
+
+  std::array<double, kLiquidCount> heat{};
+  const double s = Tessera_DW.coolant_sign;
+  heat[liquid::Water_Outlet_Rad] = (1.0 + s) / 2.0 * cooling.radiator_heat;
+  heat[liquid::Water_Inlet_Rad] = (1.0 - s) / 2.0 * cooling.radiator_heat;
+  heat[liquid::Water_Inlet_Stack] = Tessera_X[state::heater] / 3.0;
+  heat[liquid::CoolantVolume] = Tessera_B.stack.heat;
+  inflow[liquid::CoolantVolume].Hdot += 0.0 * ports[liquid::CoolantVolume].h;
+  Tessera_B.u[state::heater] = cooling.heater_power;
+
+  for (std::size_t v = 0; v < kLiquidCount; ++v) {
+    const LiquidVolumeRow& row = kLiquidVolumes[v];
+    const double volume_rate = liquid_volume_rate(row.V0, Tessera_X[row.V]);
+    const LiquidDerivatives derivatives = liquid_volume_balance(ports[v], row.V0, volume_rate, inflow[v], heat[v]);
+    Tessera_B.u[row.V] = volume_rate;
+    Tessera_B.u[row.T] = derivatives.T;
+    Tessera_B.u[row.p] = derivatives.P;
+  }
+}

@@ -1,0 +1,101 @@
+#include "model/electrical_network.h"
+
+#include <cmath>
+
+#include "model/scalar_laws.h"
+#include "model/tables/maps.h"
+#include "runtime/lookup.h"
+
+namespace {
+
+constexpr double kConverterPowerLimit = 2000.0;             // W
+constexpr double kBatteryTemperature = 26.850000000000023;  // degC
+
+template <std::size_t nx, std::size_t ny>
+double at_battery_temperature(const Map<nx, ny>& map, double soc_percent) {
+  return rt_Lookup2D_Normal(map.x.data(), static_cast<int>(nx), map.y.data(), static_cast<int>(ny), map.z.data(),
+                            soc_percent, kBatteryTemperature);
+}
+
+}  // namespace
+
+double constant_power_current(double power, double bus_voltage, double lagged) {
+  const double resistance = bus_voltage * bus_voltage * safe_reciprocal(power);
+  return lagged * safe_reciprocal(resistance);
+}
+
+double heater_bus_current(double power, double hv) { return power * safe_reciprocal(hv); }
+
+RoadLoad road_load(double speed_km_h, double slope_percent) {
+  constexpr double kWeight = 21582.0;  // N
+  constexpr double kRolling = 0.015;
+  constexpr double kTwoOverPi = 0.6366197723675814;
+  const double v = 0.2777777777777778 * speed_km_h;
+  return {.v = v,
+          .rolling = -v * (kRolling * kWeight) * kTwoOverPi * std::atan(100.0 * v),
+          .grade = -v * kWeight * std::sin(std::atan(0.01 * slope_percent))};
+}
+
+double drive_current(const RoadLoad& road, double wind, double v_lagged, double hv) {
+  constexpr double kMass = 2200.0;  // kg
+  constexpr double kDrag = 0.4235;  // N/(m/s)^2
+  constexpr double kEfficiency = 0.8;
+  constexpr double kLeastVoltage = 200.0, kLargestCurrent = 500.0;
+  const double v = road.v, relative = v - wind;
+  const double sign = relative > 0.0 ? 1.0 : relative < 0.0 ? -1.0 : relative;
+  const double aerodynamic = -v * kDrag * (relative * relative) * sign;
+  const double inertia = v * (v - v_lagged) * kMass;
+  const double sum = (aerodynamic + road.rolling + road.grade) - inertia;
+  return saturated((sum / kEfficiency) / larger(hv, kLeastVoltage), -kLargestCurrent, 0.0);
+}
+
+double converter_efficiency(double current) {
+  const auto& [x, y] = kConverterEfficiency;
+  return rt_Lookup(x.data(), static_cast<int>(x.size()), current, y.data());
+}
+
+double compressor_converter_efficiency(double current) {
+  const auto& [x, y] = kCompressorConverterEfficiency;
+  double efficiency = 0.0;
+  LookUp_real_T_real_T(&efficiency, y.data(), current, x.data(), x.size() - 1);
+  return efficiency;
+}
+
+double converter_target(double rated, double hv, double current) {
+  return smaller(rated, larger(hv, kConverterPowerLimit * safe_reciprocal(current)));
+}
+
+double voltage_control(double x, double error) { return 10.0 * x + 0.5 * error; }
+
+double lv_converter_output(double raw, double lv) {
+  return smaller(larger(raw, 0.0), kConverterPowerLimit * safe_reciprocal(lv));
+}
+
+double compressor_converter_ratio(double raw) { return saturated(raw, 0.0, 2.3333333333333335); }
+
+BatteryCell hv_cell(double soc_percent) {
+  return {.open_circuit = at_battery_temperature(kHvOpenCircuit, soc_percent),
+          .series_resistance = at_battery_temperature(kHvSeriesResistance, soc_percent),
+          .rc_capacitance = at_battery_temperature(kRcCapacitance, soc_percent),
+          .rc_resistance = at_battery_temperature(kHvRcResistance, soc_percent)};
+}
+
+BatteryCell lv_cell(double soc_percent) {
+  return {.open_circuit = at_battery_temperature(kLvOpenCircuit, soc_percent),
+          .series_resistance = at_battery_temperature(kLvSeriesResistance, soc_percent),
+          .rc_capacitance = at_battery_temperature(kRcCapacitance, soc_percent),
+          .rc_resistance = at_battery_temperature(kLvRcResistance, soc_percent)};
+}
+
+double state_of_charge(const BatteryLayout& layout, double charge) {
+  return saturated(charge / layout.capacity, 0.0, 1.0);
+}
+
+double battery_voltage(const BatteryLayout& layout, const BatteryCell& cell, double current, double rc_voltage) {
+  return layout.cells * cell.open_circuit - current * (layout.cells / layout.strings) * cell.series_resistance -
+         rc_voltage;
+}
+
+double rc_voltage_rate(const BatteryCell& cell, double current, double rc_voltage) {
+  return (current - rc_voltage / cell.rc_resistance) / cell.rc_capacitance;
+}

@@ -1,0 +1,8 @@
+#pragma once
+
+/// Batteries, converters, loads and the vehicle in the step: reads and writes the block signals and leaves the rules to
+/// electrical_network.h.
+void power_network();
+
+/// Adds what the batteries have discharged since the last tick of 10 ms; at the end of a major step.
+void count_battery_energies();
