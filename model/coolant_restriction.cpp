@@ -8,7 +8,8 @@
 
 namespace {
 
-constexpr double kSignBand = 1.0;  // Pa
+constexpr double kSignBand = 1.0;     // Pa
+constexpr double kSignBandBar = 1.0;  // bar
 
 double signed_root(double x) { return Vk_math_lib::signed_sqrt_smooth(x, 0.0); }
 
@@ -51,14 +52,12 @@ void Tessera_DTAQfCv_Disable(FlowLawBlock& block) { block.active = false; }
 double Tessera_DTAQfCv(FlowLawBlock& block, double enable, double gas_flag, double P1, double T1, double P2, double T2,
                        const FlowCoefficient& coefficient, bool major_step) {
   const auto& [Cv, G, d, k1, k2, k3] = coefficient;
-  const double p1 = 1e-5 * P1, p2 = 1e-5 * P2;  // bar
-  const double difference = std::fabs(p1 - p2);
-  if (major_step) {
-    block.active = enable > 0.0;
-    block.sign = sign_with_hysteresis(p1 - p2, kSignBand, block.sign);
-  }
+  if (major_step) block.active = enable > 0.0;
   if (block.active) {
-    const double T = block.sign >= 0.0 ? T1 : T2;
+    const double p1 = 1e-5 * P1, p2 = 1e-5 * P2;  // bar
+    const double difference = std::fabs(p1 - p2);
+    if (major_step) block.sign = sign_with_hysteresis(p1 - p2, kSignBandBar, block.sign);
+    const double T = block.sign > 0.0 ? T1 : T2;
     if (gas_flag >= 0.5) {
       const double p_max = larger(p1, p2), p_min = smaller(p1, p2);
       block.flow.Qv = difference >= 0.5 * p_max ? Cv * signed_root(p_min * difference / (T * G)) * k1

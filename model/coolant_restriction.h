@@ -1,8 +1,7 @@
 #pragma once
 
-/// ModeNonReturnValve2, a restriction of the coolant loop: three flow laws and a selector between them. In this plant
-/// the selector passes the imposed flow, so that the laws' results are read by nothing and are not computed in the
-/// step.
+/// ModeNonReturnValve2, a restriction of the coolant loop: flow laws and a selector between them. In this plant the
+/// selector passes the imposed flow, whatever the laws say beside it.
 
 #include "model/liquid_volume.h"
 

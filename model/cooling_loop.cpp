@@ -17,8 +17,9 @@ namespace {
 CoolingSignals& cooling = Tessera_B.cooling;
 CommandSignals& command = Tessera_B.command;
 
-constexpr double kCoolantPressure = 200000.0;  // Pa, of every volume
-constexpr double kSignBand = 1e-5;             // kg/s, of the flows through the radiator
+constexpr double kCoolantPressure = 200000.0;         // Pa, of every volume
+constexpr double kSignBand = 1e-5;                    // kg/s, of the flows through the radiator
+constexpr double kHotLimit = 50.0, kColdLimit = 5.0;  // degC, of the coolant at the stack outlet
 
 LiquidPort port(liquid::Index volume) {
   const auto& [T, P, y] = Tessera_B.liquid[volume];
@@ -60,7 +61,7 @@ void run_supervisor() {
   }
   ThermalSupervisor& chart = Tessera_DW.supervisor;
   const bool fault = coolant_fault(Tessera_DW.coolant_condition, memory.thermal_mode);
-  tick(chart, Tessera_B.control.set.run, fault, cooling.T_out >= 50.0);
+  tick(chart, Tessera_B.control.set.run, fault, cooling.T_out >= kHotLimit);
   Tessera_B.next.thermal_mode = chart.mode;
   Tessera_B.next.thermal_enable = chart.enable;
   if (slow_tick) {
@@ -70,9 +71,9 @@ void run_supervisor() {
   const bool running = chart.state == ThermalSupervisor::Running;
   const double closure = running ? cooling.demand.closure : 0.0;
   command.fan_own = smaller(1.0, running ? cooling.demand.fan : 0.0);
-  command.heater_own = smaller(1.0, running && cooling.T_out <= 5.0 ? 1.0 : 0.0);
+  command.heater_own = running && cooling.T_out <= kColdLimit ? 1.0 : 0.0;
   command.radiator_own = saturated(1.0 - closure, 0.0, 1.0);
-  command.pump_own = smaller(1.0, running || chart.state != ThermalSupervisor::Off ? 1.0 : 0.0);
+  command.pump_own = chart.state == ThermalSupervisor::Off ? 0.0 : 1.0;
 }
 
 void pass_gates() {
@@ -89,8 +90,8 @@ void coolant_volumes() {
     const LiquidVolumeRow& row = kLiquidVolumes[v];
     LiquidSignals& signals = Tessera_B.liquid[v];
     auto& sub_block = Tessera_DW.sub_block;
-    signals.T = Tessera_dTdt(sub_block[row.T], Tessera_X[row.T], 1.0, 313.15, is_major_step());
-    Tessera_dPdt(sub_block[row.p], Tessera_X[row.p], 0.0, kCoolantPressure, is_major_step());
+    signals.T = Tessera_dTdt(sub_block[row.T], Tessera_X[row.T], 1.0, kStates[row.T].start.value, is_major_step());
+    Tessera_dPdt(sub_block[row.p], Tessera_X[row.p], 0.0, kStates[row.p].start.value, is_major_step());
     signals.P = kCoolantPressure;
     run_child_block(static_cast<liquid::Index>(v));
   }

@@ -8,7 +8,7 @@
 double pump_mass_flow(double radiator_fraction, double pump_command);
 
 /// Speed of the air towards the radiator [km/h].
-/// @param wind_speed     m/s
+/// @param wind_speed     m/s; here a head wind is positive, unlike in the road load
 /// @param vehicle_speed  km/h
 double radiator_air_speed(double wind_speed, double vehicle_speed);
 

@@ -12,6 +12,12 @@ CommandSignals& command = Tessera_B.command;
 const MemoryValues& memory = Tessera_B.memory;
 MemoryValues& next = Tessera_B.next;
 
+constexpr double kBatteryFull = 100.0, kBatteryReady = 95.0;  // percent
+constexpr double kSpeedGain = 400.0;                          // rpm per g/s
+constexpr double kLargestSpeed = 18000.0;                     // rpm
+constexpr double kValveGain = -0.0001;                        // 1/Pa
+constexpr double kValveRate = 0.42857142857142855;            // 1/s, of the valve's integrator
+
 void limit_power() {
   if (!hits(Rate::tick_1s)) return;
   const double asked = Tessera_X[state::power_demand] * control.system.run;
@@ -98,7 +104,7 @@ void command_actuators(double compressor_speed, double back_pressure_valve, doub
   command.compressor_speed = gated(input::compressor_speed, next.compressor_ramp);
   command.back_pressure_valve = gated(input::back_pressure_valve_command, runs ? back_pressure_valve : 1.0);
   command.supply_valve_own = saturated(runs ? supply_valve : 0.0, 0.0, 1.0);
-  command.bleed_valve_own = saturated(1.0, 0.0, 1.0);  // the bleed is always open
+  command.bleed_valve_own = 1.0;  // the bleed is always open
 }
 
 }  // namespace
@@ -120,7 +126,7 @@ void power_demand_and_stack_voltage() {
   Tessera_B.electrical.hv_soc = state_of_charge(kHvBattery, Tessera_X[state::hv_charge]);
   if (hits(Rate::tick_1ms)) {
     Tessera_DW.battery_full =
-        hysteresis_latch(100.0 * Tessera_B.electrical.hv_soc, 100.0, 95.0, Tessera_DW.battery_full);
+        hysteresis_latch(100.0 * Tessera_B.electrical.hv_soc, kBatteryFull, kBatteryReady, Tessera_DW.battery_full);
   }
   control.air_flow_setpoint = air_flow_setpoint(current, Tessera_X[state::stoichiometry], Tessera_DW.battery_full);
 }
@@ -131,16 +137,16 @@ void supervisory_logic() {
     choose_commands();
     switch_stack_power_loop();
     const double air_error = 1000.0 * control.set.air_flow - 1000.0 * Tessera_B.compressor.w;  // g/s
-    control.speed_proportional = 400.0 * air_error;
-    control.valve_proportional = -0.0001 * (control.set.cathode_pressure - control.P_GV02A1);
+    control.speed_proportional = kSpeedGain * air_error;
+    control.valve_proportional = kValveGain * (control.set.cathode_pressure - control.P_GV02A1);
     control.anode_error = 1e-5 * (control.set.anode_pressure - control.P_GV02H);
   }
   Tessera_B.u[state::air_limited_current] = air_limited_current(control.oxygen, Tessera_X[state::stoichiometry]);
   run_stack_power_loop();
 
-  const double speed = saturated(Tessera_X[state::compressor_pi] + control.speed_proportional, 0.0, 18000.0);
+  const double speed = saturated(Tessera_X[state::compressor_pi] + control.speed_proportional, 0.0, kLargestSpeed);
   const double back_pressure =
-      saturated(0.42857142857142855 * Tessera_X[state::MoistGasValve_control] + control.valve_proportional, 0.0, 1.0);
+      saturated(kValveRate * Tessera_X[state::MoistGasValve_control] + control.valve_proportional, 0.0, 1.0);
   const double supply = saturated(Tessera_X[state::H2_Valve1_control] + control.anode_error, 0.0, 1.0);
   Tessera_B.u[state::compressor_pi] = speed;
   Tessera_B.u[state::MoistGasValve_control] = back_pressure;

@@ -103,13 +103,14 @@ void tick(ThermalSupervisor& chart, double run, bool fault, bool hot) {
 }
 
 ThermalDemand thermal_demand(ThermalLaw& law, double T_set, double T_out, double T_amb) {
-  constexpr double kDeadZone = 1.0, kGain = 0.3;           // K
-  constexpr double kSharedOfOneTick = (1.0 / 10.0) * 0.1;  // 10 s filter
-  constexpr double kKept = 0.9900498337491681;             // exp(-0.1 / 10.0)
+  constexpr double kDeadZone = 1.0;  // K
+  constexpr double kGain = 0.3;
+  constexpr double kShareOfOneTick = (1.0 / 10.0) * 0.1;  // 10 s filter
+  constexpr double kKept = 0.9900498337491681;            // exp(-0.1 / 10.0)
 
   const double error = T_set - T_out;
   const double beyond = error > kDeadZone ? error - kDeadZone : error < -kDeadZone ? error + kDeadZone : 0.0;
-  law.filtered = law.filtered + kSharedOfOneTick * (law.estimate - law.filtered);
+  law.filtered = law.filtered + kShareOfOneTick * (law.estimate - law.filtered);
   const double target = law.filtered + kGain * beyond;
   const double needed = saturated((T_out - target) / larger(1.0, T_out - T_amb), 0.0, 1.0);
   law.share = law.started ? law.share * kKept + (1.0 - kKept) * needed : needed;

@@ -7,7 +7,7 @@
 
 // ---- CoolantCondition ----------------------------------------------------------------------------------------------
 
-/// A timer within 0 and 1 that an input other than 0 resets, as does the tick after it.
+/// A timer within 0 and 1. A reset input other than 0 holds it at 0, also at the tick behind; so does the first tick.
 struct ConditionTimer {
   double value;
   double sign_before;  ///< of the reset input at the tick before: 1, -1, 0, or 2 for not-a-number and at the start

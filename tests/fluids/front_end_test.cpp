@@ -63,17 +63,9 @@ class FrontEnd : public QuietTest {
 TEST_F(FrontEnd, CodesAreTheNamedOperations) {
   const double T = 320, P = 2.5e5;
   const auto common = [&](const CFluideBase& f, std::initializer_list<double> more) {
-    const double v = f.vTP(T, P, 0);
-    std::vector<double> all = {v,
-                               f.hTP(T, P, 0),
-                               f.sTP(T, P, 0),
-                               f.uTP(T, P, 0),
-                               f.CpTP(T, P, 0),
-                               f.CvTP(T, P, 0),
-                               f.lambdaTP(T, P, 0),
-                               f.muTP(T, P, 0),
-                               f.alfa_t(T, P, 0) / v,
-                               f.alfa_p(T, P, 0) / v};
+    const double v = f.vTP(T, P, 0), h = f.hTP(T, P, 0), s = f.sTP(T, P, 0), u = f.uTP(T, P, 0);
+    std::vector<double> all = {v, h, s, u, f.CpTP(T, P, 0), f.CvTP(T, P, 0), f.lambdaTP(T, P, 0), f.muTP(T, P, 0)};
+    all.insert(all.end(), {f.alfa_t(T, P, 0) / v, f.alfa_p(T, P, 0) / v});
     all.insert(all.end(), more);
     return all;
   };
@@ -102,9 +94,6 @@ TEST_F(FrontEnd, CodesAreTheNamedOperations) {
          air.muTW(T, w, P, 0), air.alfa_t(T, w, P) / v, air.alfa_p(T, w, P) / v, air.rhTWP(T, w, P), air.TdewWP(w, P),
          wsat, air.pSat(T, P), air.pvWP(w, P), air.thumTWP(T, w, P, wsat)});
   }
-  for (const auto& [type, codes] : {std::pair{1, 13u}, {2, 12u}, {3, 12u}, {6, 16u}, {0, 0u}, {4, 0u}, {5, 0u}}) {
-    EXPECT_EQ(property_codes(type).size(), codes);
-  }
 }
 
 TEST_F(FrontEnd, MoistAirKeepsItsFirstVectorAndIsSaturatedFromTheSaturationRatioOn) {
@@ -112,25 +101,24 @@ TEST_F(FrontEnd, MoistAirKeepsItsFirstVectorAndIsSaturatedFromTheSaturationRatio
   auto other = kAir;
   other[4] = 0;  // the enthalpy offset
   EXPECT_EQ(ask({"Moist_Air", 6, other.data(), 0}, 2, T, P, 0.005), h);
-  EXPECT_EQ(ask(kMoistAir, 16, T, P, wsat), T);  // at saturation the wet bulb temperature is the temperature
-  EXPECT_LT(ask(kMoistAir, 16, T, P, 0.9 * wsat), T - 1);
+  // Saturated air takes up water as it expands.
+  EXPECT_GT(ask(kMoistAir, 9, T, P, wsat), 1.4 * ask(kMoistAir, 9, T, P, 0.999 * wsat));
 }
 
 TEST_F(FrontEnd, InputsAreClippedSilently) {
-  const double T = 300, P = 1e5, w = 0.005, tiny = 1e-10;
-  EXPECT_EQ(ask(kOxygen, 2, 100, P), ask(kOxygen, 2, 250, P));
-  EXPECT_EQ(ask(kOxygen, 2, 2000, P), ask(kOxygen, 2, 1050, P));
-  EXPECT_EQ(ask(kSomeLiquid, 1, 100, P), ask(kSomeLiquid, 1, 200, P));
-  EXPECT_EQ(ask(kSomeLiquid, 1, 500, P), ask(kSomeLiquid, 1, 450, P));
-  EXPECT_EQ(ask(kCoolant, 1, -5, P), ask(kCoolant, 1, tiny, P));
-  EXPECT_NE(ask(kCoolant, 1, 200, P), ask(kCoolant, 1, 250, P));
-  for (const Fl_data& fluid : {kOxygen, kSomeLiquid, kCoolant, kMoistAir}) {
-    EXPECT_EQ(ask(fluid, 1, T, 0), ask(fluid, 1, T, tiny));
-    EXPECT_EQ(ask(fluid, 1, T, -1e5), ask(fluid, 1, T, tiny));
+  const double T = 300, P = 1e5, tiny = 1e-10;
+  const struct {
+    const Fl_data& fluid;
+    double T, P, T_used, P_used;
+  } cases[] = {{kOxygen, 100, P, 250, P},       {kOxygen, 2000, P, 1050, P},  {kSomeLiquid, 100, P, 200, P},
+               {kSomeLiquid, 500, P, 450, P},   {kCoolant, -5, P, tiny, P},   {kMoistAir, 100, P, 173.15, P},
+               {kMoistAir, 700, P, 640.15, P},  {kMoistAir, T, 3e8, T, 2e8},  {kOxygen, T, -1e5, T, tiny},
+               {kSomeLiquid, T, -1e5, T, tiny}, {kCoolant, T, -1e5, T, tiny}, {kMoistAir, T, -1e5, T, tiny}};
+  for (const auto& [fluid, T_in, P_in, T_used, P_used] : cases) {
+    EXPECT_EQ(ask(fluid, 1, T_in, P_in, 0.005), ask(fluid, 1, T_used, P_used, 0.005)) << fluid.name;
+    const double T_inside = T_used + 0.01 * (T - T_used), P_inside = P_used + 0.01 * (P - P_used);
+    EXPECT_NE(ask(fluid, 1, T_in, P_in, 0.005), ask(fluid, 1, T_inside, P_inside, 0.005)) << fluid.name;
   }
-  EXPECT_EQ(ask(kMoistAir, 2, 100, P, 0), ask(kMoistAir, 2, 173.15, P, 0));
-  EXPECT_EQ(ask(kMoistAir, 1, 700, P, w), ask(kMoistAir, 1, 640.15, P, w));
-  EXPECT_EQ(ask(kMoistAir, 1, T, 3e8, w), ask(kMoistAir, 1, T, 2e8, w));
   for (const int code : {5, 6}) EXPECT_EQ(ask(kMoistAir, code, T, P, -0.1), ask(kMoistAir, code, T, P, 0));
 }
 
@@ -144,10 +132,6 @@ TEST_F(FrontEnd, UnknownCodesAndTypesAreRefused) {
   for (const int type : {0, 4, 5, 7, -1}) {
     expect_refusal({"", type, nullptr, 0}, 1, "This fluid type has not been implemented!");
   }
-  double value = 0;  // the calculators answer the other way round
-  EXPECT_TRUE(cal_IDG("O2_IDG", kO2.data(), 300, 1e5, 11, &value, msg));
-  EXPECT_EQ(value, 250);
-  EXPECT_FALSE(cal_IDG("O2_IDG", kO2.data(), 300, 1e5, 13, &value, msg));
 }
 
 }  // namespace

@@ -47,7 +47,6 @@ TEST_F(MoistAir, SaturationHasSlopesAnInverseAndTwoGuards) {
     EXPECT_NEAR(slope([&](double x) { return air.wSatT(T, x); }, 2e5, 10), dw_P, -1e-6 * dw_P) << T;
     EXPECT_NEAR(T < 250 ? T : air.tSat(air.pSat(T, kP), kP), T, 1e-6 * T);
   }
-  EXPECT_EQ(air.dpSatDp(300, kP), 0);
   EXPECT_NEAR(air.wSatT(293.15, kP), 0.01470, 2e-5);  // ASHRAE, without the correction for real gas
   // Between the two laws only one guard holds: at 370 K this class's law is the higher one, at 610 K the water's.
   for (const double T : {370.0, 610.0}) {
@@ -64,10 +63,10 @@ TEST_F(MoistAir, HumidityInItsForms) {
   EXPECT_NEAR(air.pvWP(air.wSatT(300, kP), kP), air.pSat(300, kP), 1e-9);
   EXPECT_DOUBLE_EQ(air.rhTWP(480, 0.1, kP), 0.1 / (kMw / kMa + 0.1));  // no saturation: share of the vapour
   // P below the saturation pressure, and beyond all saturation.
-  EXPECT_EQ(air.wTRhP(300, 1, 1000), 0);
   EXPECT_DOUBLE_EQ(air.wTRhP(300, 0.5, 1000), kMw / kMa);
-  EXPECT_EQ(air.wTRhP(380, 0.5, 1e5), 1e36);
+  EXPECT_EQ(air.wTRhP(300, 1, 1000), 0);
   EXPECT_EQ(air.wTRhP(380, 0, 1e5), 0);
+  EXPECT_EQ(air.wTRhP(380, 0.5, 1e5), 1e36);
   EXPECT_EQ(air.wTRhP(473.15, 0.5, 1e7), 1e36);
 
   EXPECT_EQ(air.TdewWP(0, kP), 173.15);
@@ -85,7 +84,6 @@ TEST_F(MoistAir, WetBulbTemperature) {
   EXPECT_NEAR(thum, 273.15 + 17.9, 0.1);  // psychrometric chart
   EXPECT_NEAR(air.tThumW(thum, w, kP, 0), T, 1e-5);
   EXPECT_NEAR(air.thumTPvPvsat(T, pv, ps, kP), thum, 1e-5);
-  EXPECT_NEAR(air.thumTWP(T, air.wSatT(T, kP), kP, 0), T, 1e-5);
   // Neither the derivative nor the inverse of tThumW: terms by hand.
   EXPECT_NEAR(air.dTdThum(thum, w, kP),
               air.tThumW(thum, w, kP, 0) * dps / gap + (1810.8 - 2 * thum) * dps / gap + 2 * (pv + gap) / gap, 1e-9);
@@ -159,8 +157,7 @@ TEST_F(MoistAir, Volume) {
     EXPECT_NEAR(slope([&](double x) { return v(T, x); }, P, 1.0), air.alfa_p(T, wet, P), 1e-12);
     EXPECT_EQ(air.wTV(T, 1, P), air.wSatT(T, P));
   }
-  // Without a saturation the gas form holds in both states.
-  EXPECT_DOUBLE_EQ(air.alfa_t(400, 0.1, 1e5), air.vTW(400, 0.1, 1e5, 0) / 400);
+  EXPECT_DOUBLE_EQ(air.alfa_t(400, 0.1, 1e5), air.vTW(400, 0.1, 1e5, 0) / 400);  // without a saturation as a gas
   EXPECT_DOUBLE_EQ(air.alfa_p(400, 0.1, 1e5), -air.vTW(400, 0.1, 1e5, 0) / 1e5);
 }
 
@@ -195,10 +192,10 @@ TEST_F(MoistAir, TransportProperties) {
   // The polynomials hold for a vapour share y from 0 to 1, of which w reaches epsS only; y = 1 needs this w. Steam at
   // low pressure, 100 and 150 degC: 24.8 and 28.8 mW/(m K), 12.27 and 14.18 uPa s (IAPWS).
   const double vapour = 0.62198 / (0.62198 - 1);
-  EXPECT_NEAR(air.lambdaTW(373.15, vapour, kP, 0), 24.8e-3, 1e-3);
-  EXPECT_NEAR(air.lambdaTW(423.15, vapour, kP, 0), 28.8e-3, 1e-3);
-  EXPECT_NEAR(air.muTW(373.15, vapour, kP, 0), 12.27e-6, 0.3e-6);
-  EXPECT_NEAR(air.muTW(423.15, vapour, kP, 0), 14.18e-6, 0.3e-6);
+  for (const auto& [T, lambda, mu] : {std::tuple{373.15, 24.8e-3, 12.27e-6}, {423.15, 28.8e-3, 14.18e-6}}) {
+    EXPECT_NEAR(air.lambdaTW(T, vapour, kP, 0), lambda, 1e-3);
+    EXPECT_NEAR(air.muTW(T, vapour, kP, 0), mu, 0.3e-6);
+  }
   const double T = 300, w = 0.1, ws = air.wSatT(T, kP), lambda = air.lambdaTW(T, ws, kP, 0),
                mu = air.muTW(T, ws, kP, 0);
   saturated();
@@ -212,11 +209,9 @@ TEST_F(MoistAir, CoefficientsOfAVolume) {
   const double ap = air.alfa_p(T, w, kP), c = air.alfa_t(T, w, kP) / air.CpTW(T, w, kP, 0);
   for (const double last : {1.0, 0.0}) {  // 0: with the liquid's enthalpy
     const double d = c * (1000 * (26.85 * 1.8266 + 2500.8) + (last == 0 ? water.hTPliq(T, kP) : 0));
-    const double expected[] = {-c - ap / v, h * c - v * q,   -c,
-                               q - kP * c,  -q * q - d / v,  -v * v * q * q - h * ap,
-                               ap,          v * q + kP * ap, -v * q * q - d};
     air.calCoeff(T, kP, w, h, v, last);
-    for (std::size_t i = 0; i < 9; ++i) EXPECT_NEAR(air.calcCoeffs[i], expected[i], 1e-12 * std::fabs(expected[i]));
+    expect_coefficients(air, {-c - ap / v, h * c - v * q, -c, q - kP * c, -q * q - d / v, -v * v * q * q - h * ap, ap,
+                              v * q + kP * ap, -v * q * q - d});
   }
 }
 

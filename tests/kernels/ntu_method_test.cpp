@@ -61,18 +61,13 @@ TEST(PhiNTU, ReadsSignsForType1AndTheEffectivenessForType4) {
   EXPECT_EQ(run(7, 0, 9, 0, 1, 10).Q, 0.0);  // both fluids at rest
 }
 
-TEST(Correlations, TendToOneAtSmallCrAndStartAtZero) {
+TEST(Correlations, HaveTheirLimits) {
   for (const auto e : {NTUparallel, NTUcounterflow, NTUoneshell, NTUunmixed, NTUmixed, NTUcmaxmixed, NTUcmaxunmixed}) {
     EXPECT_NEAR(e(0.5, 0), 0, 1e-15);
-    for (const double NTU : {0.1, 1.0, 8.0}) EXPECT_NEAR(e(1e-7, NTU), NTUconst(NTU), 2e-7);
+    EXPECT_NEAR(e(1e-7, 1), NTUconst(1), 2e-7);
   }
-}
-
-TEST(Correlations, CounterflowShellsInSeriesAreOneCounterflow) {
-  for (const int n : {1, 2, 5}) {
-    for (const double Cr : {0.0, 0.4, 0.999}) {
-      EXPECT_NEAR(NTUnshell(Cr, 0.7, n, NTUcounterflow(Cr, 0.7)), NTUcounterflow(Cr, n * 0.7), 1e-12);
-    }
+  for (const int n : {1, 2, 5}) {  // counterflow shells in series are one counterflow
+    EXPECT_NEAR(NTUnshell(0.4, 0.7, n, NTUcounterflow(0.4, 0.7)), NTUcounterflow(0.4, n * 0.7), 1e-12);
   }
   EXPECT_NEAR(NTUnshell(1, 0.7, INT_MIN, 0.5), 1, 1e-9);
 }

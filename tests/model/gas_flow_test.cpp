@@ -52,13 +52,12 @@ TEST(Restriction, BackFlowIsTheSameLawWithThePortsExchangedAndTheUpstreamGas) {
       EXPECT_EQ(back.dir, 2);
       EXPECT_EQ(fields(there.FlowB), fields(back.FlowA)) << row.path;
       EXPECT_EQ(fields(there.FlowA), fields(back.FlowB));
-      EXPECT_EQ(fields(there.FlowA), fields(-there.FlowB));
       const double w = there.FlowB.mdot;
       EXPECT_GT(w, 0) << row.path;
       expect_near(there.FlowB, {w, 0.3 * w, 0.6 * w, 0.1 * w, 7e5 * w}, 1e-14);
     }
-    EXPECT_EQ(restriction_flows(row, high, gas_of(2e5, 1), 1).dir, 1);
     for (const MoistGas& A : {high, gas_of(3e5, 0)}) {  // equal pressures; no gas upstream
+      EXPECT_EQ(restriction_flows(row, A, gas_of(2e5, 1), 1).dir, 1);
       EXPECT_THAT(fields(restriction_flows(row, A, gas_of(2e5, 1), 1).FlowB), Each(0.0)) << row.path;
     }
   }
@@ -71,17 +70,14 @@ TEST(Orifice, ChokesAtTheTextbookFluxAndStandsNearVacuum) {
   EXPECT_NEAR(choked * std::sqrt(293.0) / 1e5, 0.0404, 5e-5);
   EXPECT_NEAR(choked, std::sqrt(1.4 * air.P * air.rho) * std::pow(2 / 2.4, 3), 1e-10 * choked);
   for (const double ratio : {0.1, 0.5, 0.5282817877}) EXPECT_EQ(orifice_mass_flow(air, ratio * 1e5, 1, 1), choked);
-  // Below 1 Pa the pressure ratio is taken to 1 Pa: 0.8 here, and far below the critical one.
+  // Below 1 Pa the pressure ratio is taken to 1 Pa.
   EXPECT_NEAR(orifice_mass_flow(gas_of(0.9, 2).state, 0.8, 1, 1),
               std::sqrt(7 * 0.9 * 2 * (1 - std::pow(0.8, 2 / 7.0))) * std::pow(0.8, 5 / 7.0), 1e-14);
-  EXPECT_NEAR(orifice_mass_flow(gas_of(0.5, 2).state, 0.45, 1, 1), std::sqrt(1.4) * std::pow(2 / 2.4, 3), 1e-14);
-
-  for (const auto& [opening, share] : Rows<2>{{1, 1}, {0.25, 0.25}, {7, 1}, {0, 0}, {-0.1, 0}}) {
+  for (const auto& [opening, share] : Rows<2>{{0.25, 0.25}, {7, 1}, {-0.1, 0}}) {
     EXPECT_NEAR(orifice_mass_flow(air, 0, 1e-6, opening), share * 1e-6 * choked, 1e-20) << opening;
   }
-  for (const auto& [id, bore] : {std::pair{restriction::H2_Valve1, 1.1e-3},
-                                 {restriction::H2_Valve2, 0.3e-3},
-                                 {restriction::MoistGasValve, 12e-3}}) {
+  using namespace restriction;
+  for (const auto& [id, bore] : {std::pair{H2_Valve1, 1.1e-3}, {H2_Valve2, 0.3e-3}, {MoistGasValve, 12e-3}}) {
     EXPECT_NEAR(kRestrictions[id].coefficient, 3.141592653589793 / 4 * bore * bore, 1e-15 * bore);
   }
 }
@@ -97,45 +93,35 @@ TEST(Bernoulli, BlendsTheLinearLawIntoTheRootLaw) {
   }
   EXPECT_EQ(flux(0), 0);
   EXPECT_NEAR(flux(1e8), root(1e8), 2e-4 * root(1e8));
-  EXPECT_LT(flux(1e8) / root(1e8), flux(1e6) / root(1e6));
   for (double dP = 1; dP < 1e6; dP *= 1.1) EXPECT_LT(flux(dP), flux(1.1 * dP));
 }
 
 TEST(Actuator, FollowsItsCommandWithItsTimeConstants) {
-  const auto expect_times = [](const ActuatorRow& actuator, double closing, double opening) {
-    for (const auto& [from, to] : Rows<2>{{0, 1}, {1, 0}, {0.5, 0.51}, {0.51, 0.5}}) {
-      const double time = to > from ? opening : closing;
-      double y = from;
-      for (int i = 0; i < 1000; ++i) {  // one time constant, by the midpoint rule
-        const double half = y + time / 2000 * actuator_speed(actuator, to, y);
-        y += time / 1000 * actuator_speed(actuator, to, half);
-      }
-      EXPECT_NEAR((to - y) / (to - from), std::exp(-1), 1e-6) << time;
+  const std::pair<ActuatorRow, double> actuators[] = {
+      {kH2_Valve1Actuator, 1 / 30.0}, {kH2_Valve2Actuator, 0.02}, {kMoistGasValveActuator, 1 / 60.0}};
+  for (const auto& [actuator, opening] : actuators) {
+    const double closing = actuator.position == state::H2_Valve2_position ? 13 / 30.0 : opening;
+    for (const double error : {1.0, 0.3, 0.01}) {
+      EXPECT_NEAR(actuator_speed(actuator, 0.2 + error, 0.2), error / opening, 1e-13 / opening);
+      EXPECT_NEAR(actuator_speed(actuator, 0.2, 0.2 + error), -error / closing, 1e-13 / closing);
     }
     EXPECT_NEAR(actuator_speed(actuator, 3, 0), 1 / opening, 1e-12 / opening);
-  };
-  expect_times(kH2_Valve1Actuator, 1 / 30.0, 1 / 30.0);
-  expect_times(kH2_Valve2Actuator, 13 / 30.0, 0.02);
-  expect_times(kMoistGasValveActuator, 1 / 60.0, 1 / 60.0);
+  }
 }
 
 TEST(Reducer, SetpointDroopsWithTheFlowAndStaysBelowTheTank) {
   // clang-format off
   constexpr std::array<double, 3> kSetpoints[] = {  // tank [Pa], flow [g/s], setpoint [bar]
       {7e7, 0, 15.500000000000002}, {7e7, 1, 15}, {7e7, 2, 14.5}, {7e7, -1, 16}, {1.5e7, 1, 13.5}, {5.5e6, 1, 11.5},
-      {1e6, 0, 10}, {1e6, 1, 10}, {9e7, 1, 15.3}, {-1e6, 2, -31.5}, {1.2e6, kNaN, 12}, {3e7, 40, 15.5 - 40 * 1.2}};
+      {1e6, 0, 10}, {1e6, 1, 10}, {4e7, 1, 14.5}, {9e7, 1, 15.3}, {-1e6, 2, -31.5}, {1.2e6, kNaN, 12}};
   // clang-format on
   for (const auto& [P_tank, flow, bar] : kSetpoints) EXPECT_NEAR(reducer_setpoint_bar(P_tank, flow), bar, 1e-12);
-  // 20 per bar and second as long as the target stays within 0 and 1.
-  for (const auto& [x, P_outlet, speed] :
-       Rows<3>{{0.3, 15.4e5, 2}, {0.3, 15.55e5, -1}, {0.3, 1e6, 14}, {1, 2e6, -20}}) {
-    EXPECT_NEAR(reducer_speed(x, 7e7, P_outlet, 0), speed, 1e-12);
+  // 20 per bar and second as long as the target stays within 0 and 1; 1 kg/s of flow is 1000 g/s.
+  for (const auto& [x, P_outlet, w, speed] : Rows<4>{
+           {0.3, 15.4e5, 0, 2}, {0.3, 15.55e5, 0, -1}, {0.3, 1e6, 0, 14}, {1, 2e6, 0, -20}, {0.3, 14.9e5, 1e-3, 2}}) {
+    EXPECT_NEAR(reducer_speed(x, 7e7, P_outlet, w), speed, 1e-12);
   }
-  EXPECT_NEAR(reducer_speed(0.3, 7e7, 14.9e5, 1e-3), 2, 1e-12);  // 1 g/s
-
-  MoistGasState tank = gas_of(7e7, 54).state;
-  tank.T = 310.15;
-  expect_near(tank_heat_input(tank), {0, 0, 0, 0, 30000}, 1e-12);
+  expect_near(tank_heat_input(gas_of(7e7, 54).state), {0, 0, 0, 0, 131500}, 1e-12);  // 10 kW/K from 300 to 313.15 K
 }
 
 TEST(Ejector, EntrainmentStartsAtItsThresholdAndPeaksWhereTheExcessEqualsTheDecay) {
@@ -143,13 +129,9 @@ TEST(Ejector, EntrainmentStartsAtItsThresholdAndPeaksWhereTheExcessEqualsTheDeca
     for (const double Po : {1e5, 1.6e5}) {
       const double P1 = Rp * Po, threshold = 1.0374 - 0.0312 * Rp;
       const auto E = [&](double excess) { return entrainment_ratio(P1, (threshold + excess) * Po, Po); };
-      EXPECT_EQ(E(-1), 0);
       EXPECT_EQ(E(-1e-9), 0);
-      EXPECT_GT(E(1e-9), 0);
-      double peak = 0;
-      for (double excess = 0; excess < 0.5; excess += 1e-5) peak = E(excess) > E(peak) ? excess : peak;
-      EXPECT_NEAR(peak, B, 1.1e-5) << Rp;
-      EXPECT_NEAR(E(peak), B / (alpha * std::exp(1)), 1e-6 * E(peak));
+      EXPECT_NEAR(E(B), B / (alpha * std::exp(1)), 1e-12 * E(B));
+      EXPECT_NEAR(E(B / 2), B / 2 / (alpha * std::exp(0.5)), 1e-12 * E(B));
     }
   }
   // Ratios are taken to at least 1 bar, and the primary's is at least 1.
@@ -158,40 +140,32 @@ TEST(Ejector, EntrainmentStartsAtItsThresholdAndPeaksWhereTheExcessEqualsTheDeca
 }
 
 TEST(Ejector, NozzlesNeverReverseAndTheLargerSecondaryFlowWins) {
-  for (const double Po : {0.0, 1e4, 1e5, 3e5}) EXPECT_NEAR(Ejecteur_v1(6e5, 0, Po).primary, 2e-4, 1e-18) << Po;
   constexpr double kPo = 2e5;
-  EXPECT_NEAR(Ejecteur_v1(2 * kPo * (1 - 1e-9), 0, kPo).primary, Ejecteur_v1(2 * kPo, 0, kPo).primary, 1e-12);
-  EXPECT_NEAR(Ejecteur_v1(1.25 * kPo, 0, kPo).primary, 1e-3 * 2 / 30, 1e-15);  // ellipse: 2 sqrt(1 / 4) Po
-  for (const double P1 : {kPo, 1e5, 0.0}) EXPECT_EQ(Ejecteur_v1(P1, kPo, kPo).primary, 0) << P1;
-  EXPECT_NEAR(Ejecteur_v1(1e5, 0, 5e4).primary, 1e-3 / 30, 1e-15);  // true outlet pressure below 1 bar
-
-  int entrained = 0, direct = 0;
-  for (double Ps = 1.5e5; Ps < 8e5; Ps += 1e3) {
-    const auto [primary, secondary] = Ejecteur_v1(3 * kPo, Ps, kPo);
-    const double jet = primary * entrainment_ratio(3 * kPo, Ps, kPo), own = 10 * Ejecteur_v1(Ps, 0, kPo).primary;
-    EXPECT_NEAR(secondary, std::fmax(jet, own), 1e-15);
-    ++(jet > own ? entrained : direct);
+  for (const auto& [P, Po, flow] :
+       Rows<3>{{6e5, 3e5, 2}, {1e5, 5e4, 1 / 3.0}, {1.25 * kPo, kPo, 2 / 3.0}, {1e5, kPo, 0}}) {
+    EXPECT_NEAR(Ejecteur_v1(P, 0, Po).primary, 1e-4 * flow, 1e-15) << P;  // below 2 Po an ellipse, 2 sqrt(Po (P - Po))
+    EXPECT_NEAR(Ejecteur_v1(0, P, Po).secondary, 1e-3 * flow, 1e-14) << P;
   }
-  EXPECT_TRUE(entrained > 10 && direct > 300) << entrained;
-  for (const double Ps : {0.0, 1e5, kPo}) EXPECT_EQ(Ejecteur_v1(kPo, Ps, kPo).secondary, 0) << Ps;
+  // Near its threshold the entrained flow is the larger one, far above it the nozzle's own.
+  EXPECT_NEAR(Ejecteur_v1(6e5, 1.95e5, kPo).secondary, 2e-4 * entrainment_ratio(6e5, 1.95e5, kPo), 1e-15);
+  EXPECT_NEAR(Ejecteur_v1(6e5, 7e5, kPo).secondary, 1e-2 * 7 / 30, 1e-15);
 }
 
 TEST(Compressor, SpeedFlowPowerAndCurrent) {
-  for (const auto& [command, duty] : Rows<2>{{6000, 0.5}, {15000, 1}, {0, 0}, {-5, 0}}) {
-    EXPECT_NEAR(compressor_duty(command, 12000), duty, 1e-15);
-    EXPECT_EQ(compressor_duty(command, 0), 0);
+  for (const auto& [command, free_speed, duty] :
+       Rows<3>{{6000, 12000, 0.5}, {15000, 12000, 1}, {0, 12000, 0}, {-5, 12000, 0}, {6000, 0, 0}}) {
+    EXPECT_NEAR(compressor_duty(command, free_speed), duty, 1e-15);
   }
   EXPECT_NEAR(compressor_free_speed(30), 15000, 1e-11);
-  EXPECT_NEAR(1 - compressor_speed(1, 15000) / 15000, 1.1e-9, 0.1e-9);
-  EXPECT_EQ(compressor_speed(3, 15000), compressor_speed(1, 15000));
+  for (const double duty : {1.0, 3.0}) EXPECT_NEAR(1 - compressor_speed(duty, 15000) / 15000, 1.1e-9, 0.1e-9);
 
   const MoistGasState inlet = gas_of(1e5, 1.2).state;
   MoistGasState outlet = gas_of(2e5, 2).state;  // fractions 0.2, 0.7, 0.1
-  for (const double P : {0.5e5, 1e5, 3e5}) {    // 0.95 x 1.2 kg/m3 x 200 1/s x 0.15 l
+  outlet.T = 353.15;
+  for (const double P : {0.5e5, 3e5}) {  // 0.95 x 1.2 kg/m3 x 200 1/s x 0.15 l
     EXPECT_NEAR(compressor_mass_flow(inlet, P, 12000), 0.0342, 1e-15);
     EXPECT_EQ(compressor_mass_flow(inlet, P, -12000), 0);
   }
-  outlet.T = 353.15;
   EXPECT_NEAR(compressor_enthalpy_temperature(inlet, outlet), 433.15, 1e-9);  // 2 x 80 degC
   // Vapour at 80 degC: 2.41e6 J/kg.
   EXPECT_NEAR(compressor_power(outlet, 3e5, 2e5, 3e5, 0.02), 0.02 * (4e4 + 21e4 + 24.1e4 - 3e5) / 0.95, 1e-8);
@@ -231,7 +205,7 @@ TEST(Humidifier, ConservesSpeciesAndEnthalpyAndTreatsItsSidesAlike) {
   for (const auto& [S1, S2] : {std::pair{cold_dry, hot_wet}, {hot_dry, cold_wet}, {hot_wet, cold_dry}}) {
     for (const auto& [dry1, dry2, vapour2] : Rows<3>{{0.02, 0.03, 0.002}, {0.03, 0.01, 0}, {-0.02, -0.01, -0.003}}) {
       const MoistGasFlow F1 = air_flow(dry1, 0.1 * dry1), F2 = air_flow(dry2, vapour2);
-      const MoistGasFlow E1 = exchange(S1, S2, F1, F2).E1, E2 = exchange(S1, S2, F1, F2).E2;
+      const auto [E1, E2] = exchange(S1, S2, F1, F2);
       const MoistGas &wet = S2.x > S1.x ? S2 : S1, &dry = S2.x > S1.x ? S1 : S2;
       const double w = vapour_exchange(wet.x, dry.x, std::fabs(dry1), std::fabs(dry2)) * (S2.x > S1.x ? 1 : -1);
       const double Q = heat_exchange(S2.state.T, S1.state.T, S2.Cp * F2.mdot, S1.Cp * F1.mdot);
@@ -245,18 +219,18 @@ TEST(Humidifier, ConservesSpeciesAndEnthalpyAndTreatsItsSidesAlike) {
 }
 
 TEST(Humidifier, LimitsOfTheExchangeLaws) {
-  EXPECT_EQ(vapour_exchange(0.3, 0.1, 0, 0), 1e-6 * (0.3 - 0.1));
-  EXPECT_EQ(vapour_exchange(9, 1, 0, 0.1), 1e-6 * 3);
-  EXPECT_EQ(vapour_exchange(0.1, 0.3, 0.1, 0.1), 0);
-  EXPECT_NEAR(vapour_exchange(0.3, 0.1, 1e3, 1e4), 0.004 * 0.2, 1e-8);
-  for (const double G : {0.004, 1.0})
-    EXPECT_NEAR(vapour_exchange(0.3, 0.1, G, 1.004 - G), 0.004 * 0.2 * (1 - std::exp(-1)), 1e-15);
-  EXPECT_EQ(vapour_exchange(0.3, 0.1, 0.02, kNaN), vapour_exchange(0.3, 0.1, 0.02, 1));
-  EXPECT_NEAR(heat_exchange(350, 300, 0.01, 20), 50 * 0.01, 1e-12);  // all that the small flow can take
-  EXPECT_NEAR(heat_exchange(350, 300, 1e6, 2e6), 50 * 5, 1e-3);      // all that the conductance lets through
-  EXPECT_NEAR(heat_exchange(350, 300, 7, 5), 250 * (1 - std::exp(-1)), 1e-11);
-  EXPECT_NEAR(heat_exchange(350, 300, 5, 7), 250 * (1 - std::exp(-1)), 1e-11);
-  for (const double C : {0.0, -5.0}) EXPECT_EQ(heat_exchange(350, 300, 9, C), 0) << C;
+  const double e = 1 - std::exp(-1);  // at one transfer unit
+  for (const auto& [x_wet, x_dry, G_dry, flow] :
+       Rows<4>{{0.3, 0.1, 0, 1e-6 * 0.2}, {9, 1, 0, 1e-6 * 3}, {0.1, 0.3, 1, 0}, {0.3, 0.1, 0.004, 0.004 * 0.2 * e}}) {
+    EXPECT_NEAR(vapour_exchange(x_wet, x_dry, 1, G_dry), flow, 1e-15) << G_dry;
+    EXPECT_NEAR(vapour_exchange(x_wet, x_dry, G_dry, 1), flow, 1e-15) << G_dry;
+  }
+  EXPECT_NEAR(vapour_exchange(0.3, 0.1, 0.004, kNaN), 0.004 * 0.2 * e, 1e-15);
+  // All that the small flow can take, one transfer unit of 5 W/K, all that the conductance lets through.
+  for (const auto& [C_hot, C_cold, Q] :
+       Rows<3>{{0.01, 20, 0.5}, {7, 5, 250 * e}, {5, 7, 250 * e}, {1e7, 2e7, 250}, {9, 0, 0}, {9, -5, 0}}) {
+    EXPECT_NEAR(heat_exchange(350, 300, C_hot, C_cold), Q, 1e-4) << C_hot << ' ' << C_cold;
+  }
 }
 
 TEST(Humidifier, RelativeHumidityDecidesTheDirectionAndTheRatioDrives) {
@@ -268,21 +242,17 @@ TEST(Humidifier, RelativeHumidityDecidesTheDirectionAndTheRatioDrives) {
   ASSERT_EQ(cool.state.p3 / SaturationPressureLaw(310), as_cool.state.p3 / SaturationPressureLaw(350));
   EXPECT_LT(vapour(as_cool, cool), 0);  // a tie counts side 1 as the wet one
   EXPECT_EQ(vapour(cool, as_cool), 0);
-  const HumidifierExchange same = exchange(warm, warm, F, air_flow(0.02, 0.001));
-  EXPECT_THAT(fields(same.E1), Each(0.0));
-  EXPECT_NEAR(same.E2.mdot3, -0.0004, 1e-18);
 }
 
 TEST(AmbientAir, IsAnIdealMixtureOfNormalisedFractions) {
   const double T = 288.15, P = 101325, Psat = SaturationPressureLaw(T);
-  for (const auto& [RH, held] : Rows<2>{{-20, 0}, {0, 0}, {40, 0.4}, {100, 1}, {130, 1}}) {
+  for (const auto& [RH, held] : Rows<2>{{-20, 0}, {40, 0.4}, {130, 1}}) {
     const MoistGasState air = ambient_air(T, P, RH, Psat).state;
     EXPECT_NEAR(air.X1 + air.X2 + air.X3, 1, 1e-15);
     EXPECT_NEAR(air.X1, 0.23, 1e-15);
     EXPECT_NEAR(air.p1 + air.p2 + air.p3, P, 1e-10);
     EXPECT_NEAR(air.rho, 0.001 * (32 * air.p1 + 28 * air.p2 + 18 * air.p3) / (8.314 * T), 1e-14);
-    // The water fraction comes from a fixed factor, 18 / 27.8, while dry air has 28.829 g/mol.
-    EXPECT_NEAR(air.p3, 28.829 / 27.8 * held * Psat, 0.01 * held * Psat) << RH;
+    EXPECT_NEAR(air.X3, 18 / 27.8 * held * Psat / P, 1e-15) << RH;  // a fixed factor of 18 / 27.8
   }
   // Standard atmosphere, 1.225 kg/m3 at 28.964 g/mol; the slots' round numbers give 28.829 g/mol.
   EXPECT_NEAR(ambient_air(T, P, 0, Psat).state.rho, 1.225 * 28.829 / 28.964, 2e-4);

@@ -2,13 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <bit>
 #include <cmath>
 #include <limits>
 #include <utility>
 
-#include "Vk_lib/Vk_fl_prop_lib/fl_class/IdG_vectors.h"
-#include "Vk_lib/Vk_fl_prop_lib/fl_prop_calc.h"
 #include "model/enabled_blocks.h"
 #include "model/moist_gas_volume.h"
 
@@ -17,22 +14,6 @@ namespace {
 using testing::Each;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-enum { kEnthalpy = 2, kCp = 5 };  // property codes
-
-/// Specific value of a dry gas from the property data of its slots.
-double dry_gas(const MoistGasState& gas, GasKind kind, int code) {
-  using namespace Vk_fl_prop_lib;
-  const auto value = [&](const GasVector& vector) {
-    const auto coeffs = std::bit_cast<std::array<double, 25>>(vector);
-    const Fl_data fluid{"gas", 3, coeffs.data(), 0.0};
-    double out = kNaN;
-    char msg[64];
-    EXPECT_FALSE(fl_prop_calc(&fluid, std::array{gas.T, gas.P}.data(), code, &out, msg));
-    return out;
-  };
-  return gas.X1 * value(kind == GasKind::hydrogen ? kH2_IDG : kO2_IDG) + gas.X2 * value(kN2_IDG);
-}
-
 TEST(GasVolume, StateObeysTheIdealGasLawDaltonAndTheSumOfFractions) {
   constexpr double T = 350;
   for (const VolumeRow& row : kVolumes) {
@@ -75,51 +56,20 @@ TEST(GasVolume, HeldPressureAndHeldComposition) {
   EXPECT_EQ(volume_state(row, volume_content(row, {0, 0, 0}), 300).X2, 0.77);  // held in an empty volume too
 }
 
-struct Filled {
-  double m, T;  // g, K
-};
-
-/// What an adiabatic volume of dry gas holds after w [kg/s] of the enthalpy h_in has flowed in for a second.
-template <class Property>
-Filled fill(const VolumeRow& row, Filled y, double w, double h_in, int steps, const Property& property) {
-  const auto X = start_fractions(row.gas);
-  const auto moved = [&](Filled from, Filled at, double dt) -> Filled {
-    const GasContent content = volume_content(row, {at.m * X[0], at.m * X[1], 0});
-    MoistGas gas{};
-    gas.state = volume_state(row, content, at.T);
-    gas.Cp = property(gas.state, kCp), gas.h = property(gas.state, kEnthalpy);
-    const auto d = volume_balance(row, content, gas, {w, w * X[0], w * X[1], 0, w * h_in}, 0);
-    return {from.m + dt * 0.001 * (d.m_mg[0] + d.m_mg[1]), from.T + dt * d.T};
-  };
-  for (int i = 0; i < steps; ++i) y = moved(y, moved(y, y, 0.5 / steps), 1.0 / steps);  // midpoint rule
-  return y;
-}
-
 TEST(GasVolume, AdiabaticFillingRaisesTheInternalEnergyByTheEnthalpyThatFlowsIn) {
-  for (const VolumeRow& row : {kVolumes[gas_node::GVMP1], kVolumes[gas_node::GV01A1]}) {
-    const auto X = start_fractions(row.gas);
-    const auto property = [&](const MoistGasState& gas, int code) { return dry_gas(gas, row.gas, code); };
-    const auto energy = [&](const Filled& y) {  // m (h - R T)
-      const GasContent content = volume_content(row, {y.m * X[0], y.m * X[1], 0});
-      return content.mass() * property(volume_state(row, content, y.T), kEnthalpy) - 8.314 * content.moles() * y.T;
-    };
-    const Filled before{0.4, 290};
-    const double w = 2e-3 * before.m;  // to three times the mass
-    const double h_in = property({1e5, 0, 0, 0, 330, 0, X[0], X[1], 0}, kEnthalpy);
-    const Filled after = fill(row, before, w, h_in, 2000, property);
-    EXPECT_NEAR(after.m, 3 * before.m, 1e-10);
-    EXPECT_NEAR(energy(after) - energy(before), w * h_in, 1e-6 * std::fabs(w * h_in));
-    EXPECT_GT(after.T, 330);
-  }
-}
-
-TEST(GasVolume, FilledFromNextToNothingTheGasIsHotterThanItsSupplyByTheHeatCapacityRatio) {
-  constexpr double kGamma = 1.4, Cp = 8.314 / 0.002 * kGamma / (kGamma - 1), m0 = 2e-3, kT0 = 250, kT_in = 300;
-  const auto property = [](const MoistGasState& gas, int code) { return code == kCp ? Cp : Cp * gas.T; };
-  for (const double ratio : {3.0, 1000.0}) {  // of the masses after and before
-    const double w = (ratio - 1) * 1e-3 * m0;
-    const Filled gas = fill(kVolumes[gas_node::GV01H1], {m0, kT0}, w, Cp * kT_in, 200000, property);
-    EXPECT_NEAR(gas.T, kGamma * kT_in + (kT0 - kGamma * kT_in) / ratio, 1e-5);
+  constexpr double kGamma = 1.4, w = 1e-3, T_in = 300;  // of a perfect gas: m T rises by gamma T_in w
+  for (const VolumeRow& row : {kVolumes[gas_node::GV01H1], kVolumes[gas_node::GV01A1]}) {
+    const auto X = start_fractions(row.gas), M = molar_masses(row.gas);
+    const double Cp = 8314 * (X[0] / M[0] + X[1] / M[1]) * kGamma / (kGamma - 1);
+    for (const double m : {2e-3, 5.0}) {  // kg
+      const GasContent content = volume_content(row, {1000 * m * X[0], 1000 * m * X[1], 0});
+      MoistGas gas{};
+      gas.state = volume_state(row, content, 400);
+      gas.Cp = Cp, gas.h = Cp * 400;
+      const auto d = volume_balance(row, content, gas, {w, w * X[0], w * X[1], 0, w * Cp * T_in}, 0);
+      EXPECT_NEAR(d.m_mg[0] + d.m_mg[1], 1e6 * w, 1e-9);
+      EXPECT_NEAR(m * d.T + 400 * w, kGamma * T_in * w, 1e-12);
+    }
   }
 }
 
@@ -161,9 +111,6 @@ TEST(EnabledBlocks, KeepTheirStagesWhileInactiveAndSwitchInMajorStepsOnly) {
     EXPECT_GT(at_360, at_350);
     const auto stages = block.stage;
     for (const double enable : {0.0, -1.0, kNaN}) EXPECT_EQ(law(block, enable, 390, true), at_360) << enable;
-    law(block, 1, 360, true);
-    (law == Tessera_PsatT ? Tessera_PsatT_Disable : Tessera_TPsat_Disable)(block);
-    law(block, 1, 390, false);
     EXPECT_EQ(block.stage, stages);
   }
   for (const auto integrator : {Tessera_dTdt, Tessera_dPdt}) {
@@ -194,31 +141,24 @@ class Purge : public ::testing::Test {
   double n = 99;
 };
 
-TEST_F(Purge, PassesWhatTheVapourCanTakeAndRelaxesToSaturation) {
-  const double dt = 1e-3;
-  double condensed = 0, taken_in = 0;
-  for (const double W_in : {1e-5, 0.0, -5e-6, 1e-4}) {
-    run(W_in);
-    EXPECT_NEAR(block.W, W_in, 1e-19);
-    EXPECT_NEAR(block.C, 0, 1e-19);
-    for (int i = 0; i < 20000; ++i) {
+TEST_F(Purge, PassesWhatTheVapourCanTakeAndCondensesTheSurplus) {
+  run(0);
+  for (const double W_in : {1e-5, 0.0, -5e-6, 1e-3}) {
+    // What the vapour takes at most drives it to saturation, at 10 per second of 0.018 kg/mol.
+    for (const double missing : {0.05, -0.01, -0.5}) {
+      n = n_sat - missing;
       run(W_in);
-      n += dt * block.dndt, condensed += dt * block.C, taken_in += dt * W_in;
-    }
-    EXPECT_NEAR(0.018 * (n - 0.01) + condensed, taken_in, 1e-12) << W_in;
-  }
-  EXPECT_NEAR(n, n_sat, 1e-9);
-  for (const double excess : {0.01, 0.5}) {
-    n = n_sat + excess;
-    for (const double W_in : {0.0, 1e-3}) {
-      run(W_in);
-      EXPECT_NEAR(block.W, -0.18 * excess, 1e-15);  // 10 per second of 0.018 kg/mol
+      EXPECT_NEAR(block.W, std::fmin(W_in, 0.18 * missing), 1e-15);
       EXPECT_NEAR(block.W + block.C, W_in, 1e-17);
+      EXPECT_NEAR(0.018 * block.dndt, block.W, 1e-17);
     }
   }
   n = kNaN;
   run(2e-5);
   EXPECT_NEAR(block.W, 2e-5, 1e-19);
+  n = -1;
+  run(0);
+  EXPECT_EQ(n, 0);
 }
 
 TEST_F(Purge, IsSwitchedInMajorStepsOnly) {
@@ -236,10 +176,6 @@ TEST_F(Purge, IsSwitchedInMajorStepsOnly) {
   EXPECT_THAT((std::array{block.W, block.C}), Each(0.0));
   EXPECT_EQ(n, n_sat + 0.1);
   EXPECT_FALSE(sub_block.active || block.PsatT.active);
-  EXPECT_EQ(block.TPsat.stage[5], 100000);
-  n = -1;
-  run(0);
-  EXPECT_EQ(n, 0);
 }
 
 }  // namespace

@@ -77,55 +77,11 @@ TEST(Catalogue, StatesOfAGasVolumeStandTogether) {
   }
 }
 
-TEST_F(Plant, EachInputTakesItsOwnSourceOrItsParameterThroughTheirScales) {
-  using enum input::Index;
-  struct Case {
-    input::Index k;
-    double InputsInForce::*in_force;
-    double own, from_parameter;  // at time 0, and from the parameter's start value
-  };
-  const Case cases[] = {
-      {ambient_temperature, &InputsInForce::ambient_temperature, 313.15, 318.15},
-      {hv_auxiliary_power, &InputsInForce::hv_auxiliary_power, 1500, 3000},
-      {lv_load_power, &InputsInForce::lv_load_power, 1000, 2000},
-      {ambient_pressure, &InputsInForce::ambient_pressure, 1e5, 1.2e5},
-      {road_slope, &InputsInForce::road_slope, 0, 1},
-      {ambient_humidity, &InputsInForce::ambient_humidity, 30, 50},
-      {cathode_pressure, &InputsInForce::cathode_pressure, 1.4e5, 1.4e5},
-      {wind_speed, &InputsInForce::wind_speed, 0, 1 / 3.6},
-      {system_command, &InputsInForce::system_command, 1, 1},
-      {power_demand, &InputsInForce::power_demand, 20000, 10000},
-      {vehicle_speed, &InputsInForce::vehicle_speed, 0, 120},
-      {coolant_temperature, &InputsInForce::coolant_temperature, 338.15, 50},  // no offset on the parameter
-      // The controller's own: a value of 0.5 as its source.
-      {compressor_speed, nullptr, 0.5, 5000},
-      {back_pressure_valve_command, nullptr, 0.5, 1},
-      {fc_converter_enable, nullptr, 0.5, 0},
-      {lv_converter_enable, nullptr, 0.5, 0.5},  // parameter times own source
-      {compressor_converter_enable, nullptr, 0.5, 0},
-      {supply_valve_command, nullptr, 0.5, 0},
-      {bleed_valve_command, nullptr, 0.5, 1},
-      {fan_command, nullptr, 0.5, 0.5},
-      {heater_command, nullptr, 0.5, 0},
-      {radiator_command, nullptr, 0.5, 1},
-      {pump_command, nullptr, 0.5, 0},
-  };
-  static_assert(std::size(cases) == kInputCount);
-  for (const Case& c : cases) {
-    SCOPED_TRACE(kInputs[c.k].parameter);
-    const auto in_force = [&] {
-      if (c.in_force == nullptr) return gated(c.k, 0.5);
-      Tessera_step();
-      return Tessera_B.in.*c.in_force;
-    };
-    Tessera_P.boolean = {};
-    Tessera_initialize();
-    EXPECT_NEAR(in_force(), c.own, 1e-11);
-    open_gate(c.k, kInputs[c.k].start);
-    EXPECT_NEAR(in_force(), c.from_parameter, 1e-11);
-  }
-  open_gate(pump_command, 40);
-  EXPECT_EQ(gated(pump_command, 0.5), 40 * 0.01);
+TEST_F(Plant, ParameterOfTheLvConverterIsMultipliedByTheLogicsFlag) {
+  EXPECT_EQ(gated(input::lv_converter_enable, 0.5), 0.5);
+  open_gate(input::lv_converter_enable, 0.8);
+  EXPECT_EQ(gated(input::lv_converter_enable, 0.5), 0.4);
+  EXPECT_EQ(gated(input::lv_converter_enable, 0.0), 0.0);
 }
 
 TEST_F(Plant, LagsStartOnTheirInputAndFollowIt) {
