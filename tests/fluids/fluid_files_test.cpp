@@ -157,46 +157,6 @@ TEST_F(FluidFiles, SourceFilesFillTheVectorInItsOrder) {
   EXPECT_EQ(air.Get_M(), 0.02);
 }
 
-TEST_F(FluidFiles, EverySectionOfWaterReplacesItsConstants) {
-  // All constants one after the other, and which of them belong to a section.
-  Numbers constants = {0.018015, 2.212e7, 647.3, 0.00317, 611.0, 2e6, 273.15, 2500.0};
-  for (const double value : values(kIfc67)) constants.push_back(value);
-  for (const double value : values(kWaterTransport)) constants.push_back(value);
-  const struct {
-    std::string key;
-    int first, count;
-  } sections[] = {{"FLUID_CONSTANTS", 0, 10},
-                  {"SATURATION_LINE", 10, 10},
-                  {"SUBCOOLED_A", 23, 23},
-                  {"SUBCOOLED_a", 46, 13},
-                  {"SUPERHEATED_B", 59, 70},
-                  {"SUPERHEATED_bi", 129, 27},
-                  {"EXP_z", 156, 36},
-                  {"EXP_x", 192, 27},
-                  {"FUN_L", 20, 3},
-                  {"CONDUCTIVITY", 219, 6},
-                  {"", 225, 6},
-                  {"VISCOSITY_L", 231, 42},
-                  {"VISCOSITY_0", 273, 4},
-                  {"VISCOSITY_REF", 277, 3}};
-  const auto laws = [T = 500, P = 2e6](const CEau& f) {
-    return Numbers({f.Get_M(), f.GetTmin(), f.pSat(T, P), f.tSat(P), f.vTPliq(T, P), f.hTPliq(T, P), f.vTPgaz(T, P),
-                    f.hTPgaz(T, P), f.lambdaTPliq(T, P), f.lambdaTPgaz(T, P), f.muTV(T, 0.001), f.muTV(T, 1)});
-  };
-  for (int larger = 0; larger <= 14; ++larger) {  // which section is 1 percent larger; 14: none
-    std::string content = "water, any words before a section";
-    for (int i = 0; i < 14; ++i) {
-      Numbers numbers(constants.begin() + sections[i].first, constants.begin() + sections[i].first + sections[i].count);
-      for (double& number : numbers) number *= i == larger ? 1.01 : 1;
-      content += "\n" + sections[i].key + (i == 0 ? " label " : " ") + text(numbers, i == 0 ? " label " : "\n");
-    }
-    write("sources/water", content);
-    CEau f;
-    f.loadFile("water");
-    EXPECT_EQ(laws(f) == laws(CEau()), larger == 14) << larger;
-  }
-}
-
 TEST_F(FluidFiles, MissingSectionKeepsTheReaderWaiting) {
   write("sources/no_key", "FLUID_CONSTANTS a 1 b 2 c 3 d 4 e 5 f 6 g 7 SPEC_HEAT 1 2 3 4 5 6");
   write("sources/no_number", "FLUID_CONSTANTS a 1 b x SPEC_HEAT CONDUCTIVITY VISCOSITY");

@@ -3,13 +3,11 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
-#include <numeric>
 #include <set>
 #include <sstream>
 #include <vector>
 
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/AirHumide.h"
-#include "Vk_lib/Vk_fl_prop_lib/fl_class/Eau.h"
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/IdG.h"
 #include "fluids/fluid_test.h"
 
@@ -39,28 +37,18 @@ class FluidInterface : public QuietTest {
   const CLiquide oil{kOil};
 };
 
-/// The answers to all questions of the interface, asked of the type that f is declared with.
-template <class Fluid>
-std::vector<double> all_answers(const Fluid& f) {
-  constexpr double T = 320, P = 2e5, x = 0.5, w = 0.01, h = 2e5, s = 1e3, v = 0.01, u = 1e5, Rh = 0.5, t = 300;
+/// The answers to the questions that concern fluids of two phases and moist air alone.
+std::vector<double> foreign_answers(const CFluideBase& f) {
+  constexpr double T = 320, P = 2e5, x = 0.5, w = 0.01, h = 2e5, v = 0.01, Rh = 0.5, t = 300;
   double p_c = 0, T_c = 0, v_c = 0, wsat = 0;
   f.GetCritic(&p_c, &T_c, &v_c);
   // clang-format off
-  return {f.CvTP(T, P, x), f.uTP(T, P, x), f.pUV(u, v), f.uPV(P, v), f.muTV(T, v), f.hPS(P, s), f.hPV(P, v),
-          f.sPH(P, h), f.vPH(P, h), f.tHP(h, P), f.hTP(T, P, x), f.CpPH(P, h), f.lambdaPH(P, h), f.muPH(P, h),
-          f.CpTP(T, P, x), f.lambdaTP(T, P, x), f.muTP(T, P, x), f.vTP(T, P, x), f.sTP(T, P, x), f.tPV(P, v),
-          f.tPS(P, s), f.dCvTP_dT(T, P, x), f.Get_M(), f.Get_x(), static_cast<double>(f.Get_fluidType()),
-          f.alfa_t(T, P, x), f.alfa_p(T, P, x), f.pSat(T, P), f.tSat(P), f.uTX(T, x), f.vTX(T, x), f.hTX(T, x),
-          f.xPH(P, h), f.xTSatH(T, h), p_c, T_c, v_c, f.GetTmin(), f.beta_p(T, P, x), f.beta_h(T, P, x),
-          f.beta_p2(T, P, x), f.beta_h2(T, P, x), f.hTPliq(T, P), f.sTPliq(T, P), f.vTPliq(T, P), f.hTPgaz(T, P),
-          f.vTPgaz(T, P), f.hPVgaz(P, v), f.sPVgaz(P, v), f.pTVgaz(T, v), f.sTPgaz(T, P), f.rhTWP(T, w, P),
-          f.wTRhP(T, Rh, P), f.TdewWP(w, P), f.hTW(T, w, P, 0), f.hSatTP(T, P), f.thumTWP(T, w, P, 0), f.wSatT(T, P),
-          f.CpTW(T, w, P, 0), f.CvTW(T, w, P, 0, 0), f.muTW(T, w, P, 0), f.lambdaTW(T, w, P, 0), f.sTWP(T, w, P, 0),
-          f.wTH(T, h, P), f.wTV(T, v, P), f.vTW(T, w, P, 0), f.tTdewWP(t, w, P), f.wTTdewP(T, t, P),
-          f.tThumW(t, w, P, 0), f.Cphum_TThumW(T, t, w, P), f.tsatHWP(h, w, P, &wsat), wsat, f.hTRh(T, Rh, P),
-          f.dhgazDp(T, P), f.dhliqDp(T, P), f.pvWP(w, P), f.dudw(T, w, P, 0, 0), f.dhdw(T, w, P, 0, 0), f.hTP(T, P),
-          f.uTP(T, P), f.sTP(T, P), f.vTP(T, P), f.GetPVL(), f.GetPVH(), f.hTV(T, v), f.sTV(T, v), f.uTV(T, v),
-          f.lambdaTV(T, v), f.CpTV(T, v), f.CvTV(T, v)};
+  return {f.pSat(T, P), f.tSat(P), f.uTX(T, x), f.vTX(T, x), f.hTX(T, x), f.xPH(P, h), p_c, T_c, v_c, f.GetTmin(),
+          f.rhTWP(T, w, P), f.wTRhP(T, Rh, P), f.TdewWP(w, P), f.hTW(T, w, P, 0), f.hSatTP(T, P),
+          f.thumTWP(T, w, P, 0), f.wSatT(T, P), f.CpTW(T, w, P, 0), f.CvTW(T, w, P, 0, 0), f.muTW(T, w, P, 0),
+          f.lambdaTW(T, w, P, 0), f.sTWP(T, w, P, 0), f.wTH(T, h, P), f.wTV(T, v, P), f.vTW(T, w, P, 0),
+          f.tTdewWP(t, w, P), f.wTTdewP(T, t, P), f.tThumW(t, w, P, 0), f.Cphum_TThumW(T, t, w, P),
+          f.tsatHWP(h, w, P, &wsat), wsat};
   // clang-format on
 }
 
@@ -76,39 +64,17 @@ TEST_F(FluidInterface, QuestionsOfOtherFluidsComplainAndAnswerZero) {
     expected.insert("The function '" + operation + "' is only for moist air!");
   }
   for (const CFluideBase* f : std::initializer_list<const CFluideBase*>{&plain, &gas, &glycerol, &oil}) {
-    const std::vector<double> answers = all_answers(*f);
-    if (f == &plain) {  // all zero but its pUV and uPV and the missing Get_x
-      EXPECT_EQ(std::accumulate(answers.begin(), answers.end(), 0.0), plain.pUV(0, 0) + plain.uPV(2e5, 0.01) - 1);
-    }
+    EXPECT_THAT(foreign_answers(*f), ::testing::Each(0.0));
     std::multiset<std::string> lines;
     std::istringstream text(complaints());
-    for (std::string line; std::getline(text, line);) {
-      if (line.starts_with("The function")) lines.insert(line);
-    }
+    for (std::string line; std::getline(text, line);) lines.insert(line);
     EXPECT_EQ(lines, expected);
   }
   EXPECT_EQ(CAirHumide().tSat(1e5), 0);  // its own tSat takes two arguments
   EXPECT_EQ(complaints(), "The function 'tSat' is only for multiphase fluid and moist air!\n");
 }
 
-TEST_F(FluidInterface, ADerivedObjectAnswersEveryQuestionAsThroughItsRoot) {
-  const auto compare = [](const auto& fluid) {
-    const std::vector<double> own = all_answers(fluid);
-    const std::string own_complaints = complaints();
-    const std::vector<double> of_root = all_answers<CFluideBase>(fluid);
-    EXPECT_EQ(complaints(), own_complaints);
-    EXPECT_THAT(own, ::testing::Pointwise(::testing::NanSensitiveDoubleEq(), of_root));
-  };
-  compare(gas);
-  compare(glycerol);
-  compare(oil);
-  compare(CEau());
-  compare(CAirHumide(kMoist_Air));
-}
-
-TEST_F(FluidInterface, EveryClassKnowsItsKindAndTheLibraryItself) {
-  EXPECT_TRUE(glycerol.Get_fluidType() == 1 && oil.Get_fluidType() == 2 && gas.Get_fluidType() == 3);
-  EXPECT_TRUE(glycerol.Get_x() == 0 && oil.Get_x() == 0 && gas.Get_x() == 1);
+TEST_F(FluidInterface, TellsTheVersionOfTheLibrary) {
   double version = 0;
   GetVersion(&version);
   EXPECT_EQ(version, 1.0);
@@ -144,8 +110,11 @@ TEST_F(FluidInterface, BalanceCoefficientsOfAnIdealGas) {
   CIdG f(kO2_IDG);
   const double T = 350, P = 2e5, h = f.hTP(T, P), v = f.vTP(T, P, 1), Cp = f.CpTP(T, P, 1), Cv = f.CvTP(T, P, 1);
   f.calCoeff(T, P, 1, h, v, Cp);
-  expect_coefficients(
-      f, {0, v * h / (T * Cp) - v, -v / (T * Cp), Cv / Cp, Cv / (Cp * P), h / P - v, -1 / P, 0, Cv / (P * v)});
+  const double expected[] = {0, v * h / (T * Cp) - v, -v / (T * Cp), Cv / Cp, Cv / (Cp * P), h / P - v, -1 / P,
+                             0, Cv / (P * v)};
+  for (std::size_t i = 0; i < 9; ++i) {
+    EXPECT_NEAR(f.calcCoeffs[i], expected[i], 1e-12 * std::fabs(expected[i]) + 1e-15) << i;
+  }
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <bit>
-#include <cmath>
 #include <string>
 
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/Brine.h"
@@ -44,13 +43,6 @@ inline CBrine brine(const BrineVector& vector, double concentration) {
   CBrine result(vector);
   result.SetConc(concentration);
   return result;
-}
-
-/// Compares the nine coefficients of a volume.
-inline void expect_coefficients(const CFluideBase& fluid, const std::array<double, 9>& expected) {
-  for (std::size_t i = 0; i < 9; ++i) {
-    EXPECT_NEAR(fluid.calcCoeffs[i], expected[i], 1e-12 * std::fabs(expected[i]) + 1e-15) << i;
-  }
 }
 
 // A made-up oil with every coefficient in use.

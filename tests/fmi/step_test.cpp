@@ -83,22 +83,6 @@ TEST_F(Step, StopRequestEndsTheStepBeforeTheNextModelStep) {
   EXPECT_EQ(step(c, 0, 0), fmi2OK);      // nothing to stop
 }
 
-TEST_F(Step, OutputsAreThoseOfTheMajorStep) {
-  // A step in the ambient temperature reaches the output through its lag of 1 s, of which each model step of the
-  // solver leaves the factor q. Written at FMU time 0 it acts from the model step at 1 ms on, whose outputs show the
-  // state before that; a minor evaluation would leave a state some 0.1 percent further on.
-  const double h = 0.001, q = 1 - h + h * h / 2 - h * h * h / 6;
-  fmi2Component c = start();
-  const double before = get(c, output::inputs_ambient_temperature);
-  EXPECT_NEAR(before, 40.0, 1e-12);
-  set(c, kFirstParameter + input::ambient_temperature, 50.0);
-  set_gate(c, input::ambient_temperature, fmi2True);
-  for (int k = 0; k < 20; ++k) {
-    EXPECT_EQ(step(c, k * h, h), fmi2OK);
-    EXPECT_NEAR(get(c, output::inputs_ambient_temperature), 50.0 - 10.0 * std::pow(q, k), 1e-11) << k;
-  }
-}
-
 TEST_F(Step, AWriteToAnOutputLastsUntilTheNextModelStep) {
   fmi2Component c = start();
   for (const auto output : {output::hydrogen_line_constant_1, output::ambient_temperature, output::inputs_power_demand,

@@ -76,10 +76,6 @@ TEST(Orifice, ChokesAtTheTextbookFluxAndStandsNearVacuum) {
   for (const auto& [opening, share] : Rows<2>{{0.25, 0.25}, {7, 1}, {-0.1, 0}}) {
     EXPECT_NEAR(orifice_mass_flow(air, 0, 1e-6, opening), share * 1e-6 * choked, 1e-20) << opening;
   }
-  using namespace restriction;
-  for (const auto& [id, bore] : {std::pair{H2_Valve1, 1.1e-3}, {H2_Valve2, 0.3e-3}, {MoistGasValve, 12e-3}}) {
-    EXPECT_NEAR(kRestrictions[id].coefficient, 3.141592653589793 / 4 * bore * bore, 1e-15 * bore);
-  }
 }
 
 TEST(Bernoulli, BlendsTheLinearLawIntoTheRootLaw) {

@@ -1,6 +1,5 @@
 // The gas network in the plant, driven from outside through its gates.
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
@@ -121,22 +120,6 @@ TEST_F(GasNetwork, DrivenAirLineSettlesWithThePressuresFallingAlongIt) {
   EXPECT_LT(Tessera_Y[output::exhaust_flow], Tessera_Y[output::cathode_inlet_flow]);
 }
 
-TEST_F(GasNetwork, GatesOfTheActuatorsAreReadAtTheirRate) {
-  step_to(0.025);  // the next 10 ms tick is at 0.03
-  set(input::compressor_speed, 5000.0);
-  set(input::back_pressure_valve_command, 1.0);
-  set(input::supply_valve_command, 1.0);
-  Tessera_step();
-  EXPECT_EQ(Tessera_B.command.compressor_speed, 0.0);
-  EXPECT_EQ(Tessera_B.command.back_pressure_valve, 0.0);
-  EXPECT_EQ(Tessera_B.command.supply_valve, 1.0);
-  EXPECT_EQ(Tessera_Y[output::supply_valve_command], 0.0) << "shown from the next tick on";
-  step_to(0.031);
-  EXPECT_EQ(Tessera_B.command.compressor_speed, 5000.0);
-  EXPECT_EQ(Tessera_B.command.back_pressure_valve, 1.0);
-  EXPECT_EQ(Tessera_Y[output::supply_valve_command], 1.0);
-}
-
 TEST_F(GasNetwork, ActuatorsAndLagsStartOnTheirCommand) {
   set(input::compressor_speed, 4321.0);
   set(input::back_pressure_valve_command, 0.25);
@@ -148,11 +131,6 @@ TEST_F(GasNetwork, ActuatorsAndLagsStartOnTheirCommand) {
   EXPECT_EQ(Tessera_X[state::MoistGasValve_position], 0.25);
   EXPECT_EQ(Tessera_X[state::H2_Valve1_position], 0.5);
   EXPECT_EQ(Tessera_X[state::H2_Valve2_position], 1.0);
-  // The air behind the radiator: 1 l of ambient air at 1 bar and 313.15 K, and what has come in since.
-  const double sum =
-      Tessera_X[state::Air_outRadia_m1] + Tessera_X[state::Air_outRadia_m2] + Tessera_X[state::Air_outRadia_m3];
-  EXPECT_NEAR(1e-6 * sum - 0.001 * Tessera_B.cooling.air_flow,
-              0.001 * 1e5 / (8.314 / (0.001 / Tessera_B.gas.ambient.mole_per_gram) * 313.15), 1e-8);
 }
 
 TEST_F(GasNetwork, HydrogenAccountStartsAtTheFirstTickAndFalls) {
@@ -165,7 +143,6 @@ TEST_F(GasNetwork, HydrogenAccountStartsAtTheFirstTickAndFalls) {
   EXPECT_LT(Tessera_Y[output::hydrogen_account_fill], 100.0);
   EXPECT_NEAR(Tessera_Y[output::hydrogen_account_fill], Tessera_Y[output::hydrogen_account_mass] / 0.10754633009479329,
               1e-9);
-  EXPECT_NEAR(Tessera_Y[output::tank_volume], 200.0, 1e-9);
 }
 
 TEST_F(GasNetwork, HumidityMonitorsShowTheShareOfSaturation) {

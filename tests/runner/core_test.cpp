@@ -6,7 +6,6 @@
 #include <random>
 
 #include "apps/runner/text.h"
-#include "apps/runner/times.h"
 
 namespace runner {
 namespace {
@@ -22,14 +21,6 @@ TEST(Numbers, ReadBackAsTheSameBits) {
   }
   EXPECT_EQ(number_text(-0.0), "-0");
   EXPECT_EQ(number_text(-std::numeric_limits<double>::quiet_NaN()), "nan");
-}
-
-TEST(Times, AreWholeMilliseconds) {
-  EXPECT_EQ(parse_time("1e-3", "", 1), 1);
-  EXPECT_EQ(parse_time(" 0.3", "", 0), 300);
-  EXPECT_EQ(parse_time("12345.678", "", 0), 12'345'678);
-  EXPECT_EQ(seconds_text(12'345'678), "12345.678");
-  EXPECT_EQ(seconds_text(1'000'000'000), "1000000");
 }
 
 TEST(Names, NearOnesAreFoundAndPatternsMatch) {

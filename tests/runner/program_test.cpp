@@ -115,27 +115,20 @@ TEST_F(ProgramTest, BadCommandLinesAreRefusedInOneLine) {
     int code;
     const char* message;
   } cases[] = {
-      {"--log-level loud", 2, "--log-level"},
       {"--stop-time soon", 2, "--stop-time: 'soon' is no number of seconds"},
-      {"--stop-time nan", 2, "--stop-time: 'nan' is no number of seconds"},
       {"--stop-time 1e10", 2, "--stop-time: 1e10 s is outside the range from 0 to"},
-      {"--stop-time=-1", 2, "--stop-time: -1 s is outside the range from 0 to"},
       {"--stop-time 1.00000001", 2, "is no whole number of milliseconds; the nearest valid time is 1 s"},
       {"--output-interval 0.0016", 2, "is no positive whole number of milliseconds; the nearest valid time is 0.002 s"},
-      {"--output-interval 0", 2, "is no positive whole number of milliseconds; the nearest valid time is 0.001 s"},
       {"--set-at 3:3=1", 2, "would change nothing, the run ends at 3 s"},
-      {"--set-at 3=1", 2, "write it as TIME:NAME=VALUE"},
       {"--set-at 1:fail_at=2", 2, "fail_at cannot change during the run"},
       {"--start-value inlet.temprature_set=1", 2,
        "'inlet.temprature_set': the unit has no such variable; did you mean 'inlet.temperature_set'"},
       {"--start-value 3=high", 2, "'inlet.temperature_set=high': the value is no finite number"},
-      {"--start-value 3=nan", 2, "the value is no finite number"},
       {"--start-value 3=3s", 2, "'s' is no unit of this variable; it takes degC, mK, degF, K"},
       {"--start-value gate0=2", 2, "the value of a Boolean is 0, 1, true or false"},
       {"--start-value steps=2", 2, "steps cannot be set, its causality is output"},
       {"--output-variable stpes", 2, "matches no output; did you mean 'steps'"},
       {"--output-file none/r.csv", 5, "cannot write 'none/r.csv.part': No such file"},
-      {"--output-file temporary", 5, "cannot write 'temporary': it is a folder"},
       {"--output-file mock.fmu", 2, "'mock.fmu' is the unit itself"},
       {"--log-file none/log", 5, "cannot write the log file 'none/log': No such file"},
   };

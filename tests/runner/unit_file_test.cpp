@@ -21,8 +21,6 @@ TEST_F(ProgramTest, InfoListsTheVariables) {
   EXPECT_EQ(json["variables"][5]["start"], false);
 }
 
-TEST_F(ProgramTest, HelpIsNoError) { EXPECT_EQ(tessera("run --help").code, 0); }
-
 TEST_F(ProgramTest, UnusableUnitsAreRefusedAndOldResultsStay) {
   write("results.csv", "old");
   std::string bytes = read("mock.fmu");
@@ -30,7 +28,6 @@ TEST_F(ProgramTest, UnusableUnitsAreRefusedAndOldResultsStay) {
   write("cut.fmu", bytes.substr(0, 5000));
   bytes[bytes.find(kBinary) + 200] ^= 1;
   write("damaged.fmu", bytes);
-  expect_refusal("run .", 5, "is a folder");
   expect_refusal("run text.fmu", 5, "text.fmu: is no unit: it is not a zip archive");
   expect_refusal("run cut.fmu", 5, "cut.fmu: the archive is damaged or cut short");
   expect_refusal("run damaged.fmu", 5, "entry 'binaries/linux64/mock.so': is damaged");
@@ -49,7 +46,6 @@ TEST_F(ProgramTest, UnusableUnitsAreRefusedAndOldResultsStay) {
       {{{kBinary, "no library"}}, 5, "cannot be loaded"},
       {{{kBinary, mock("mock_incomplete")}}, 5, "does not export fmi2CancelStep"},
       {{{"a/../../b", "x"}}, 5, "entry 'a/../../b' leads out of the archive"},
-      {{{"/etc/b", "x"}}, 5, "entry '/etc/b' leads out of the archive"},
       {{{"link", "/bin/true"}}, 5, "entry 'link' is a link"},
   };
   for (const auto& c : cases) {
@@ -80,12 +76,9 @@ TEST_F(ProgramTest, ValidateNamesEveryProblem) {
       {"fmiVersion=\"2.0\"", "fmiVersion=\"1.0\"", "fmiVersion is '1.0'"},
       {"name=\"last_write\"", "name=\"steps\"", "variable 'steps': the name is used twice"},
       {"Reference=\"2\"", "Reference=\"1\"", "'last_write': Real value reference 1 is already that of 'steps'"},
-      {"Reference=\"2\"", "Reference=\"two\"", "'last_write': valueReference=\"two\""},
       {"Reference=\"2\"", "Reference=\"99\"", "fmi2GetReal answered fmi2Error"},
       {"start=\"45\"", "start=\"46\"", "start is 46, but the unit starts with 45"},
-      {"start=\"false\"", "start=\"true\"", "'inlet.temperature_gate': start is true"},
       {"unit=\"degC\"", "unit=\"degX\"", "unit 'degX' is not defined"},
-      {"index=\"4\"", "index=\"40\"", "no position of a variable (40)"},
       {"index=\"4\"", "index=\"5\"", "lacks variable 'last_write'"},
       {"5 6", "5 77", "the dependencies of index 4"},
   };

@@ -17,7 +17,6 @@
 namespace {
 
 using namespace Vk_fl_prop_lib;
-using ::testing::IsEmpty;
 using Vector = std::vector<double>;
 using Registration = void (*)(ChildBlock*);
 using Widths = std::array<std::int32_t, kMaxPorts>;
@@ -79,19 +78,6 @@ TEST_F(BlockHost, CodesAreCutTowardsZero) {
   for (const auto& [value, code] : cases) EXPECT_EQ(parameter_code(Vector{1, 1, value}.data()), code) << value;
 }
 
-TEST_F(BlockHost, PropertyPortsFollowTheFluidType) {
-  const struct {
-    double type, code;
-    int inputs, outputs;
-  } cases[] = {{1, 0, 2, 13}, {2, 0, 2, 12}, {3, 0, 2, 12}, {6, 0, 3, 16}, {6.9, -0.9, 3, 16},
-               {1, 5, 2, 1},  {6, 99, 3, 1}, {0, 0, 1, 1},  {5, 0, 1, 1},  {NAN, 0, 1, 1}};
-  for (const auto& [type, code, inputs, outputs] : cases) {
-    const TestChild child = property(type, kAir, code);
-    EXPECT_EQ(child.block.input_width, Widths{inputs}) << type << ' ' << code;
-    EXPECT_EQ(child.block.output_width, Widths{outputs}) << type << ' ' << code;
-  }
-}
-
 TEST_F(BlockHost, AFailureLeavesItsOwnOutputsAndTheOthersRun) {
   struct Case {
     TestChild child;
@@ -119,58 +105,6 @@ TEST_F(BlockHost, AFailureLeavesItsOwnOutputsAndTheOthersRun) {
       EXPECT_EQ(fl_prop_calc(&fluid, std::array{T, P, w}.data(), static_cast<int>(p[3][2]), expected.data(), message),
                 failure != nullptr);
       EXPECT_EQ(child.out[0], expected);
-    }
-  }
-}
-
-TEST_F(BlockHost, ARecordLivesFromStartToTerminate) {
-  TestChild child = property(1, kGlycerol, 5, 50);
-  run(child.block);
-  terminate(child.table());
-  EXPECT_THAT(child.written(), IsEmpty());
-  const PropertyRecord& record = child.block.record;
-  for (int turn = 0; turn < 2; ++turn) {
-    start(child.table(), kInformation);
-    EXPECT_TRUE(record.live);
-    EXPECT_STREQ(record.fluid.name, "air");
-    for (int again = 0; again < 2; ++again) {
-      terminate(child.table());
-      EXPECT_FALSE(record.live);
-      EXPECT_EQ(child.block.work, &record);  // the slot stays
-      run(child.block);
-    }
-  }
-}
-
-TEST_F(BlockHost, StartStopsAtTheChildThatFails) {
-  const Registration refuses_to_start = [](ChildBlock* child) {
-    Vk_fl_prop_sfun(child);
-    child->methods.mdlStart = [](ChildBlock* c) { *c->information->error_status = c->path; };
-  };
-  const std::vector<ParameterArray> parameters(5, kAir.data());
-  std::array<ChildBlock, 3> table;
-  for (std::size_t i = 0; i < 3; ++i) {
-    set_up(table[i], {i == 1 ? refuses_to_start : Vk_fl_prop_sfun, "a block", "its/path", parameters}, kInformation);
-  }
-  start(table, kInformation);
-  EXPECT_STREQ(status, "its/path");
-  EXPECT_TRUE(table[0].record.live);
-  EXPECT_EQ(table[2].work, nullptr);
-  terminate(table);
-  EXPECT_FALSE(table[0].record.live);
-}
-
-TEST_F(BlockHost, AChildWithTheWrongNumberOfParametersDoesNothing) {
-  const std::pair<Registration, std::size_t> adaptors[] = {
-      {Vk_fl_prop_sfun, 5}, {Vk_fl_SingPDrop_sfun, 1}, {Vk_hexch_NTU_Method_sfun, 4}};
-  for (const auto& [registration, expected] : adaptors) {
-    for (const std::size_t given : {expected - 1, expected + 1}) {
-      TestChild child(registration, std::vector(given, Vector{1, 1, 1}), std::vector<const double*>(13, &T));
-      EXPECT_EQ(child.block.input_ports + child.block.output_ports, 0);
-      start(child.table(), kInformation);
-      run(child.block);
-      terminate(child.table());
-      EXPECT_THAT(child.written(), IsEmpty());
     }
   }
 }

@@ -40,15 +40,8 @@ TEST(Lookup, AllMembersAgreeInsideTheTable) {
 }
 
 TEST(Lookup, EndsClipOrExtrapolate) {
-  for (const double u : {-1e9, -2.5, -2.0}) {
-    EXPECT_EQ(look1_binlcpw(u, kBp, kSlopeTwo, 4), -4);
-    EXPECT_EQ(lookup_saturated(u), 4);
-    EXPECT_EQ(lookup_even(u), 4);
-    EXPECT_EQ(look1_binlxpw(u, kBp, kSlopeTwo, 4), 2 * u);
-    EXPECT_EQ(rt_Lookup(kBp, 5, u, kSlopeTwo), 2 * u);
-  }
-  for (const double u : {2.0, 2.5, 1e9}) {
-    EXPECT_EQ(look1_binlcpw(u, kBp, kSlopeTwo, 4), 4);
+  for (const double u : {-1e9, -2.5, -2.0, 2.0, 2.5, 1e9}) {
+    EXPECT_EQ(look1_binlcpw(u, kBp, kSlopeTwo, 4), u < 0 ? -4 : 4);
     EXPECT_EQ(lookup_saturated(u), 4);
     EXPECT_EQ(lookup_even(u), 4);
     EXPECT_EQ(look1_binlxpw(u, kBp, kSlopeTwo, 4), 2 * u);
@@ -62,18 +55,6 @@ TEST(Lookup, NotANumberIn) {
   EXPECT_TRUE(std::isnan(look1_binlxpw(kNaN, kBp, kSquares, 4)));
   EXPECT_TRUE(std::isnan(lookup_even(kNaN)));
   EXPECT_TRUE(std::isnan(rt_Lookup(kBp, 5, kNaN, kSquares)));
-}
-
-TEST(Lookup, BreakpointHitFallsAboveWhenNegativeAndBelowOtherwise) {
-  EXPECT_EQ(rt_GetLookupIndex(kBp, 5, -1), 1);
-  EXPECT_EQ(rt_GetLookupIndex(kBp, 5, 0), 1);
-  EXPECT_EQ(rt_GetLookupIndex(kBp, 5, 1), 2);
-  EXPECT_EQ(rt_GetLookupIndex(kBp, 5, -2), 0);
-  EXPECT_EQ(rt_GetLookupIndex(kBp, 5, 2), 3);
-  std::uint32_t left = 9, right = 9;
-  BINARYSEARCH_real_T(&left, &right, 1.0, kBp, 4);
-  EXPECT_EQ(left, 3U);  // here a hit starts its interval
-  EXPECT_EQ(right, 4U);
 }
 
 TEST(Lookup, TwoDimensionsReproduceABilinearFunction) {
