@@ -21,7 +21,7 @@ void start_states_and_memories() {
 #include "model/tables/memories.def"
 }
 
-void start_sub_blocks() {
+void start_sub_blocks_and_latches() {
   start(Tessera_DW.coolant_condition);
   Tessera_DW.air_sign = Tessera_DW.coolant_sign = 1.0;
   for (PurgeBlock& block : Tessera_DW.purge) Tessera_With_purge_Init(block);
@@ -64,7 +64,7 @@ void Tessera_initialize() {
   set_up_child_blocks();
   if (!start_child_blocks()) return;
   start_states_and_memories();
-  start_sub_blocks();
+  start_sub_blocks_and_latches();
   Tessera_M_.first_initialization = 0;
 }
 
@@ -73,28 +73,28 @@ void Tessera_step() {
   begin_evaluation();
   if (is_major_step()) read_memories();
 
-  hydrogen_tank_and_line();
-  pressure_reducer();
-  hydrogen_loop();
-  read_inputs();
-  power_demand_and_stack_voltage();
-  air_before_stack();
-  compressor_flow();
-  supervisory_logic();
-  hydrogen_valves();
-  air_line();
-  coolant_volumes();
-  thermal_supervision();
-  radiator();
-  power_network();
-  hydrogen_balances();
-  compressor_drive();
-  humidifier_exchange();
-  air_balances();
-  coolant_balances();
-  stack_gas_balances();
-  feed_input_lags();
-  write_outputs();
+  hydrogen_tank_and_line();          // H2Tank, GVMP1
+  pressure_reducer();                // H2_Detendor
+  hydrogen_loop();                   // GV01H1, GV02H, Ejector, GV03H1, anode
+  read_inputs();                     // parameters or own sources, by gate
+  power_demand_and_stack_voltage();  // power limiter, voltage law, air flow setpoint
+  air_before_stack();                // GV02A1, ambient air, GV01A1
+  compressor_flow();                 // Electrical_CPR
+  supervisory_logic();               // command set, stack power loop, commands
+  hydrogen_valves();                 // H2_Valve1, H2_Valve2, hydrogen account
+  air_line();                        // humidifier, cathode, GV03A, GV04A1, MoistGasValve
+  coolant_volumes();                 // states and properties of the six
+  thermal_supervision();             // CoolantCondition, ThermalSupervisor, pump, heater
+  radiator();                        // air stream, Air_outRadia, heat exchange
+  power_network();                   // converters, loads, vehicle, batteries
+  hydrogen_balances();               // derivatives of the hydrogen volumes
+  compressor_drive();                // speed lags, outflow, power
+  humidifier_exchange();             // VapEchange1234
+  air_balances();                    // derivatives of the air volumes
+  coolant_balances();                // derivatives of the liquid volumes
+  stack_gas_balances();              // reaction, derivatives of cathode and anode
+  feed_input_lags();                 // lags of the inputs, distance
+  write_outputs();                   // the 146 outputs, by their rates
 
   if (is_major_step()) finish_major_step();
 }

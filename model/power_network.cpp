@@ -86,29 +86,41 @@ void loads() {
   u[state::vehicle_speed_lag] = electrical.road.v;
 }
 
-void hv_battery() {
-  // The heater's current enters with a plus: two inversions of its branch make it charge the balance.
-  const double into_battery = -electrical.fc_hv_current + electrical.lv_hv_current + electrical.drive_current +
-                              -electrical.hv_auxiliary_current + -electrical.compressor_hv_current +
-                              memory.heater_current;
+struct Battery {
+  const BatteryLayout& layout;
+  BatteryCell (*cell)(double soc_percent);
+  state::Index charge, soc_lag, rc_voltage;
+};
+constexpr Battery kHv = {kHvBattery, hv_cell, state::hv_charge, state::hv_soc_lag, state::hv_rc_voltage};
+constexpr Battery kLv = {kLvBattery, lv_cell, state::lv_charge, state::lv_soc_lag, state::lv_rc_voltage};
+
+/// A battery after the balance of its bus.
+struct BatteryState {
+  double current;  ///< positive when it discharges [A]
+  double voltage;  ///< V
+};
+
+/// @param soc  state of charge, 0 to 1
+BatteryState run_battery(const Battery& battery, double into_battery, double soc) {
   const double current = -into_battery;
-  const BatteryCell cell = hv_cell(100.0 * x[state::hv_soc_lag]);
-  electrical.hv_battery_current = current;
-  next.hv_bus_voltage = battery_voltage(kHvBattery, cell, current, x[state::hv_rc_voltage]);
-  u[state::hv_charge] = into_battery / kHvBattery.strings;
-  u[state::hv_soc_lag] = electrical.hv_soc - x[state::hv_soc_lag];
-  u[state::hv_rc_voltage] = rc_voltage_rate(cell, current, x[state::hv_rc_voltage]);
+  const BatteryCell cell = battery.cell(100.0 * x[battery.soc_lag]);
+  u[battery.charge] = into_battery / battery.layout.strings;
+  u[battery.soc_lag] = soc - x[battery.soc_lag];
+  u[battery.rc_voltage] = rc_voltage_rate(cell, current, x[battery.rc_voltage]);
+  return {current, battery_voltage(battery.layout, cell, current, x[battery.rc_voltage])};
 }
 
-void lv_battery() {
-  const double into_battery = -electrical.lv_load_current + -0.0 + -electrical.lv_lv_current;
-  const double current = -into_battery;
-  const BatteryCell cell = lv_cell(100.0 * x[state::lv_soc_lag]);
-  electrical.lv_battery_current = current;
-  next.lv_bus_voltage = battery_voltage(kLvBattery, cell, current, x[state::lv_rc_voltage]);
-  u[state::lv_charge] = into_battery / kLvBattery.strings;
-  u[state::lv_soc_lag] = electrical.lv_soc - x[state::lv_soc_lag];
-  u[state::lv_rc_voltage] = rc_voltage_rate(cell, current, x[state::lv_rc_voltage]);
+void batteries() {
+  // The heater's current enters with a plus: two inversions of its branch make it charge the balance.
+  const double into_hv = -electrical.fc_hv_current + electrical.lv_hv_current + electrical.drive_current +
+                         -electrical.hv_auxiliary_current + -electrical.compressor_hv_current + memory.heater_current;
+  const double into_lv = -electrical.lv_load_current + -0.0 + -electrical.lv_lv_current;
+  const BatteryState hv = run_battery(kHv, into_hv, electrical.hv_soc);
+  const BatteryState lv = run_battery(kLv, into_lv, electrical.lv_soc);
+  electrical.hv_battery_current = hv.current;
+  electrical.lv_battery_current = lv.current;
+  next.hv_bus_voltage = hv.voltage;
+  next.lv_bus_voltage = lv.voltage;
 }
 
 }  // namespace
@@ -119,8 +131,7 @@ void power_network() {
   lv_converter();
   compressor_converter();
   loads();
-  hv_battery();
-  lv_battery();
+  batteries();
 }
 
 void count_battery_energies() {
