@@ -132,9 +132,8 @@ std::string variables_document() {
        "Tunable parameters, each with a gate. While the gate is true, the model takes the parameter through the\n",
        "parameter's scale; while it is false (the start value), it takes its own source through the scale of that: a\n",
        "table over 0 to ", number(kScenarioTime_s.back()), " s, or the controller.\n\n", markdown(input_table()),
-       "\nOutputs marked loop belong to the hydrogen loop, which magnifies roundings in stretches of the scenario: see "
-       "the\n",
-       "documentation page on comparing results.\n"});
+       "\nOutputs marked loop belong to the hydrogen loop, which magnifies roundings in stretches of the scenario;\n",
+       "the documentation page tells how to compare results.\n"});
   for (const OutputGroup group : kGroups) {
     text += join(
         {"\n## Outputs: ", title(group), " (", std::to_string(count(group)), ")\n\n", markdown(output_table(group))});
