@@ -23,7 +23,7 @@ double volumetric_efficiency(double ratio, double speed) {
 }  // namespace
 
 double compressor_duty(double command, double free_speed) {
-  return saturated(command * free_speed / (2.220446049250313e-16 + free_speed * free_speed), 0.0, 1.0);
+  return saturated(command * free_speed / (kEpsilon + free_speed * free_speed), 0.0, 1.0);
 }
 
 double compressor_free_speed(double U) { return (U / 30.0) * 15000.0; }

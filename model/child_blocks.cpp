@@ -1,5 +1,6 @@
 #include "model/child_blocks.h"
 
+#include <algorithm>
 #include <bit>
 #include <iterator>
 #include <string_view>
@@ -122,8 +123,12 @@ Cells property_cells(const ChildBlockRow& row) {
 }
 
 Cells pressure_drop_cells(std::size_t index) {
+  const auto* connection = std::ranges::find(kCoolantConnections, index, &CoolantConnection::restriction);
+  const LiquidSignals &first = Tessera_B.liquid[connection->first], &second = Tessera_B.liquid[connection->second];
+  const auto& [A, D, ksi, beta, Re_crit, Cq] = kSingularDrop;
+  const auto& y = first.vector;
   LiquidRestrictionSignals& r = Tessera_B.liquid_restriction[index];
-  return {{&r.A, &r.D, &r.ksi, &r.beta, &r.Re_crit, &r.Cq, &r.v, &r.mu, &r.Cp, &r.Cv, &r.T, &r.P1, &r.P2},
+  return {{&A, &D, &ksi, &beta, &Re_crit, &Cq, &y[0], &y[7], &y[4], &y[5], &first.T, &first.P, &second.P},
           {&r.Qm, &r.Qv, &r.Re}};
 }
 

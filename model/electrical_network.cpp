@@ -2,20 +2,13 @@
 
 #include <cmath>
 
+#include "model/map_lookup.h"
 #include "model/scalar_laws.h"
-#include "model/tables/maps.h"
-#include "runtime/lookup.h"
 
 namespace {
 
 constexpr double kConverterPowerLimit = 2000.0;             // W
 constexpr double kBatteryTemperature = 26.850000000000023;  // degC
-
-template <std::size_t nx, std::size_t ny>
-double at_battery_temperature(const Map<nx, ny>& map, double soc_percent) {
-  return rt_Lookup2D_Normal(map.x.data(), static_cast<int>(nx), map.y.data(), static_cast<int>(ny), map.z.data(),
-                            soc_percent, kBatteryTemperature);
-}
 
 }  // namespace
 
@@ -49,10 +42,7 @@ double drive_current(const RoadLoad& road, double wind, double v_lagged, double 
   return saturated((sum / kEfficiency) / larger(hv, kLeastVoltage), -kLargestCurrent, 0.0);
 }
 
-double converter_efficiency(double current) {
-  const auto& [x, y] = kConverterEfficiency;
-  return rt_Lookup(x.data(), static_cast<int>(x.size()), current, y.data());
-}
+double converter_efficiency(double current) { return interpolate(kConverterEfficiency, current); }
 
 double compressor_converter_efficiency(double current) {
   const auto& [x, y] = kCompressorConverterEfficiency;
@@ -74,17 +64,17 @@ double lv_converter_output(double raw, double lv) {
 double compressor_converter_ratio(double raw) { return saturated(raw, 0.0, 2.3333333333333335); }
 
 BatteryCell hv_cell(double soc_percent) {
-  return {.open_circuit = at_battery_temperature(kHvOpenCircuit, soc_percent),
-          .series_resistance = at_battery_temperature(kHvSeriesResistance, soc_percent),
-          .rc_capacitance = at_battery_temperature(kRcCapacitance, soc_percent),
-          .rc_resistance = at_battery_temperature(kHvRcResistance, soc_percent)};
+  return {.open_circuit = interpolate(kHvOpenCircuit, soc_percent, kBatteryTemperature),
+          .series_resistance = interpolate(kHvSeriesResistance, soc_percent, kBatteryTemperature),
+          .rc_capacitance = interpolate(kRcCapacitance, soc_percent, kBatteryTemperature),
+          .rc_resistance = interpolate(kHvRcResistance, soc_percent, kBatteryTemperature)};
 }
 
 BatteryCell lv_cell(double soc_percent) {
-  return {.open_circuit = at_battery_temperature(kLvOpenCircuit, soc_percent),
-          .series_resistance = at_battery_temperature(kLvSeriesResistance, soc_percent),
-          .rc_capacitance = at_battery_temperature(kRcCapacitance, soc_percent),
-          .rc_resistance = at_battery_temperature(kLvRcResistance, soc_percent)};
+  return {.open_circuit = interpolate(kLvOpenCircuit, soc_percent, kBatteryTemperature),
+          .series_resistance = interpolate(kLvSeriesResistance, soc_percent, kBatteryTemperature),
+          .rc_capacitance = interpolate(kRcCapacitance, soc_percent, kBatteryTemperature),
+          .rc_resistance = interpolate(kLvRcResistance, soc_percent, kBatteryTemperature)};
 }
 
 double state_of_charge(const BatteryLayout& layout, double charge) {

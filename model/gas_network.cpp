@@ -65,9 +65,11 @@ void balance_volume(Index node) {
 
   PurgeBlock& purge = Tessera_DW.purge[node];
   const MoistGas& gas = signals.at[node];
-  const double vapour_start = (1.0 / 18.0) * signals.content[node].m[2];
+  constexpr double kWaterMolarMass = 18.0;                                           // g/mol
+  const double vapour_start = (1.0 / kWaterMolarMass) * signals.content[node].m[2];  // of kg: the model's own units
   Tessera_With_purge(purge, Tessera_DW.sub_block[volume.purge], Tessera_X[volume.purge], volume.WithPurge ? 1.0 : 0.0,
-                     18.0, inflow.mdot3, volume.V, gas.state.T, kGasConstant, vapour_start, hits(Rate::tick_1ms));
+                     kWaterMolarMass, inflow.mdot3, volume.V, gas.state.T, kGasConstant, vapour_start,
+                     hits(Rate::tick_1ms));
   const double W = volume.WithPurge ? purge.W : inflow.mdot3;
 
   const VolumeDerivatives derivatives = volume_balance(volume, signals.content[node], gas, inflow, W);

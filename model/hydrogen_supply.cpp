@@ -1,10 +1,9 @@
 #include "model/hydrogen_supply.h"
 
 #include <cmath>
-#include <iterator>
 
+#include "model/map_lookup.h"
 #include "model/scalar_laws.h"
-#include "runtime/lookup.h"
 
 namespace {
 
@@ -24,10 +23,8 @@ MoistGasFlow tank_heat_input(const MoistGasState& tank) {
 }
 
 double reducer_setpoint_bar(double P_tank, double flow) {
-  constexpr double kTankPressure[] = {0, 1000000, 10000000, 20000000, 30000000, 50000000, 70000000};   // Pa
-  constexpr double kPressureAt1gs[] = {100000, 1000000, 1300000, 1400000, 1430000, 1470000, 1500000};  // Pa, at 1 g/s
-  constexpr double kPressureAtRest = 15.500000000000002;                                               // bar
-  const double at_1_g_s = 1e-5 * rt_Lookup(kTankPressure, std::size(kTankPressure), P_tank, kPressureAt1gs);
+  constexpr double kPressureAtRest = 15.500000000000002;  // bar
+  const double at_1_g_s = 1e-5 * interpolate(kReducerPressure, P_tank);
   return smaller((at_1_g_s - kPressureAtRest) * flow + kPressureAtRest, 1e-5 * P_tank);
 }
 

@@ -2,9 +2,9 @@
 
 #include <cmath>
 
+#include "model/map_lookup.h"
 #include "model/scalar_laws.h"
-#include "model/tables/maps.h"
-#include "runtime/lookup.h"
+#include "model/stack.h"
 
 namespace {
 
@@ -12,9 +12,7 @@ constexpr double kPowerRateLimit = 25000.0;           // W per tick of 1 s
 constexpr double kPowerGain = 0.05;                   // A/W
 constexpr double kAirCapCurrent = 180.0;              // A
 constexpr double kAirMassFactor = 88765.83200000001;  // 4 * 96484.6 * 0.23
-constexpr double kFaraday = 96484.6;                  // C/mol
-constexpr double kCells = 250.0;
-constexpr double kStopRamp = 0.01;  // rpm per tick of 10 ms
+constexpr double kStopRamp = 0.01;                    // rpm per tick of 10 ms
 
 }  // namespace
 
@@ -27,17 +25,14 @@ double limited_power(double asked, double before) {
   return before + saturated(asked - before, -kPowerRateLimit, kPowerRateLimit);
 }
 
-double current_ceiling(double power) {
-  const auto& [x, y] = kCurrentCeiling;
-  return rt_Lookup(x.data(), static_cast<int>(x.size()), 0.001 * power, y.data());
-}
+double current_ceiling(double power) { return interpolate(kCurrentCeiling, 0.001 * power); }
 
 double power_pi(double x, double target, double power) { return x + kPowerGain * (target - power); }
 
 double limited_current(double raw, double ceiling) { return larger(0.0, smaller(raw, ceiling)); }
 
 double air_flow_for(double current, double stoichiometry) {
-  return ((kCells * current * 32.0 * stoichiometry) / kAirMassFactor) * 0.001;
+  return ((kStackCells * current * 32.0 * stoichiometry) / kAirMassFactor) * 0.001;
 }
 
 double air_flow_setpoint(double current, double stoichiometry, bool battery_full) {
@@ -49,7 +44,7 @@ double oxygen_moles(double air_flow) { return 0.03125 * (0.23 * (1000.0 * air_fl
 
 double air_limited_current(double oxygen, double stoichiometry) {
   const double y = 2.0 * (oxygen / stoichiometry);
-  return (kFaraday * y + kFaraday * y) / kCells;
+  return (kFaradayConstant * y + kFaradayConstant * y) / kStackCells;
 }
 
 double stack_ready(bool air_flows, double ejector_flow) {

@@ -3,21 +3,11 @@
 #include <cmath>
 #include <cstdint>
 
+#include "model/map_lookup.h"
 #include "model/scalar_laws.h"
-#include "model/tables/maps.h"
-#include "runtime/lookup.h"
-
-namespace {
-
-template <std::size_t nx, std::size_t ny>
-double extrapolating(const Map<nx, ny>& map, double x, double y) {
-  return rt_Lookup2D_Normal(map.x.data(), static_cast<int>(nx), map.y.data(), static_cast<int>(ny), map.z.data(), x, y);
-}
-
-}  // namespace
 
 double pump_mass_flow(double radiator_fraction, double pump_command) {
-  return larger(0.0, extrapolating(kPumpFlow, radiator_fraction, pump_command));
+  return larger(0.0, interpolate(kPumpFlow, radiator_fraction, pump_command));
 }
 
 double radiator_air_speed(double wind_speed, double vehicle_speed) { return 3.6 * wind_speed + vehicle_speed; }
@@ -25,7 +15,7 @@ double radiator_air_speed(double wind_speed, double vehicle_speed) { return 3.6 
 double radiator_air_flow(double air_speed, double fan_command, double density) {
   constexpr double kFaceArea = 0.3;        // m2
   constexpr double kLeastVelocity = 0.01;  // m/s
-  const double velocity = larger(kLeastVelocity, extrapolating(kFaceVelocity, air_speed, fan_command));
+  const double velocity = larger(kLeastVelocity, interpolate(kFaceVelocity, air_speed, fan_command));
   return (kFaceArea * velocity) * density;
 }
 

@@ -16,5 +16,8 @@ constexpr double saturated(double x, double lower, double upper) { return x < lo
 /// x if it is above the floor, else (also for a not-a-number) the floor.
 constexpr double floored(double x, double floor) { return x > floor ? x : floor; }
 
+/// What keeps safe reciprocals finite.
+inline constexpr double kEpsilon = 2.220446049250313e-16;
+
 /// 1 / x that goes to 0 instead of beyond all bounds where x does.
-constexpr double safe_reciprocal(double x) { return x / (2.220446049250313e-16 + x * x); }
+constexpr double safe_reciprocal(double x) { return x / (kEpsilon + x * x); }

@@ -115,10 +115,8 @@ struct ElectricalSignals {
   double hv_soc, lv_soc;                                        ///< 0 to 1
 };
 
+/// Results of a restriction's pressure drop block, which nothing reads.
 struct LiquidRestrictionSignals {
-  double A, D, ksi, beta, Re_crit, Cq;
-  double v, mu, Cp, Cv, T;
-  double P1, P2;
   double Qm, Qv, Re;
 };
 

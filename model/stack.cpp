@@ -8,9 +8,7 @@
 
 namespace {
 
-constexpr double kCells = 250.0;
 constexpr double kActiveArea = 200.0;              // cm2
-constexpr double kFaraday = 96484.6;               // C/mol
 constexpr double kOhmicSlope = 0.15;               // V per A/cm2
 constexpr double kActivationGain = 0.03;           // V
 constexpr double kExchangeCurrentDensity = 0.001;  // A/cm2
@@ -53,10 +51,10 @@ double stack_loss_voltage(const StackLosses& losses, double oxygen_access) {
   const double concentration = kConcentrationGain * std::log((1.0 - kConcentrationShape * r) / (1.0 - r));
   const double sum = losses.ohmic + losses.activation + concentration;
   const double cell_loss = smaller(sum < 0.0 ? 0.0 : sum, kReferenceCellVoltage);
-  return cell_loss * kCells;
+  return cell_loss * kStackCells;
 }
 
-double stack_voltage(double loss_voltage) { return kReferenceCellVoltage * kCells - loss_voltage; }
+double stack_voltage(double loss_voltage) { return kReferenceCellVoltage * kStackCells - loss_voltage; }
 
 double oxygen_access_signal(double p_O2, double T_in) { return p_O2 / T_in / kOxygenSignalDivisor; }
 
@@ -68,7 +66,7 @@ double table_heat(double current) {
 }
 
 ReactionFlows reaction_flows(double current) {
-  const double hydrogen = kCells * current / kFaraday / 2.0;
+  const double hydrogen = kStackCells * current / kFaradayConstant / 2.0;
   return {.H2_anode = hydrogen,
           .O2_cathode = kO2PerH2 * hydrogen,
           .H2O_cathode = kCathodeWaterPerH2 * hydrogen,

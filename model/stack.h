@@ -5,6 +5,9 @@
 
 #include "model/moist_gas.h"
 
+inline constexpr double kStackCells = 250.0;         ///< in series
+inline constexpr double kFaradayConstant = 96484.6;  ///< C/mol, this figure everywhere in the model
+
 /// The part of the voltage law that depends on the current alone.
 struct StackLosses {
   double current_density;  ///< A/cm2

@@ -49,6 +49,13 @@ struct LiquidRestrictionRow {
   double exponent, gain1, gain2;
 };
 
+/// What the singular pressure drop blocks of the restrictions are given, beside the liquid and the pressures.
+struct SingularDropRow {
+  double A, D;  ///< m2, m
+  double ksi, beta, Re_crit, Cq;
+};
+inline constexpr SingularDropRow kSingularDrop = {1e-4, 0.01, 1.0, 2.0, 2000.0, 0.7};
+
 namespace liquid_restriction {
 enum Index : std::size_t { radiator, stack_inlet, stack_outlet, count, none };
 }  // namespace liquid_restriction

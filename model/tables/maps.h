@@ -17,6 +17,23 @@ struct Map {
   std::array<double, nx * ny> z;
 };
 
+/// A map that does not depend on y.
+template <std::size_t nx, std::size_t ny>
+constexpr Map<nx, ny> same_for_all_y(const std::array<double, nx>& x, const std::array<double, ny>& y, const std::array<double, nx>& row) {
+  Map<nx, ny> map{x, y, {}};
+  for (std::size_t j = 0; j < ny; ++j) {
+    for (std::size_t i = 0; i < nx; ++i) map.z[i + nx * j] = row[i];
+  }
+  return map;
+}
+
+// ---- Hydrogen supply -----------------------------------------------------------------------------------------------
+
+/// Pressure behind the reducer at a flow of 1 g/s [Pa] over the tank's [Pa].
+inline constexpr Curve<7> kReducerPressure = {
+    {0,      1000000, 10000000, 20000000, 30000000, 50000000, 70000000},
+    {100000, 1000000, 1300000,  1400000,  1430000,  1470000,  1500000}};
+
 // ---- Power control -------------------------------------------------------------------------------------------------
 
 /// Ceiling of the stack current [A] over the power asked for [kW].
@@ -59,51 +76,30 @@ inline constexpr Curve<7> kCompressorConverterEfficiency = {{-20, -0.001, -0.000
 
 // Batteries over the state of charge (x) [percent] and the temperature (y) [degC].
 
+inline constexpr std::array<double, 12> kOpenCircuitSoc = {0, 2, 3, 6, 11, 23, 39, 55, 68, 80, 92, 100};
+inline constexpr std::array<double, 4> kSoc = {0, 10, 20, 100};
+inline constexpr std::array<double, 3> kCold = {-20, 0, 20};
+
 /// Open circuit voltage of a cell [V].
-inline constexpr Map<12, 3> kHvOpenCircuit = {
-    {0, 2, 3, 6, 11, 23, 39, 55, 68, 80, 92, 100},
-    {-20, 0, 20},
-    {2.7, 3.0, 3.2, 3.3, 3.4, 3.5, 3.6, 3.7, 3.8, 3.9, 4.0, 4.2,
-     2.7, 3.0, 3.2, 3.3, 3.4, 3.5, 3.6, 3.7, 3.8, 3.9, 4.0, 4.2,
-     2.7, 3.0, 3.2, 3.3, 3.4, 3.5, 3.6, 3.7, 3.8, 3.9, 4.0, 4.2}};
-inline constexpr Map<4, 3> kLvOpenCircuit = {
-    {0, 10, 20, 100},
-    {-20, 0, 20},
-    {1.931, 1.9532, 1.9753, 2.1525,
-     1.931, 1.9532, 1.9753, 2.1525,
-     1.931, 1.9532, 1.9753, 2.1525}};
+inline constexpr auto kHvOpenCircuit = same_for_all_y(kOpenCircuitSoc, kCold, {2.7, 3.0, 3.2, 3.3, 3.4, 3.5, 3.6, 3.7, 3.8, 3.9, 4.0, 4.2});
+inline constexpr auto kLvOpenCircuit = same_for_all_y(kSoc, kCold, {1.931, 1.9532, 1.9753, 2.1525});
 
 /// Series resistance of a cell [ohm].
 inline constexpr Map<4, 4> kHvSeriesResistance = {
-    {0, 10, 20, 100},
+    kSoc,
     {-20, 0, 20, 80},
     {0.1728, 0.072, 0.0432, 0.0432,
      0.192,  0.08,  0.048,  0.048,
      0.192,  0.08,  0.048,  0.048,
      0.2112, 0.088, 0.0528, 0.0528}};
 inline constexpr Map<4, 3> kLvSeriesResistance = {
-    {0, 10, 20, 100},
-    {-20, 0, 20},
+    kSoc,
+    kCold,
     {0.12, 0.02,  0.006, 0.006,
      0.06, 0.01,  0.003, 0.003,
      0.04, 0.002, 0.002, 0.002}};
 
 /// Capacitance [F] and resistance [ohm] of the RC element.
-inline constexpr Map<4, 3> kRcCapacitance = {
-    {0, 10, 20, 100},
-    {-20, 0, 20},
-    {100, 400, 600, 600,
-     100, 400, 600, 600,
-     100, 400, 600, 600}};
-inline constexpr Map<4, 3> kHvRcResistance = {
-    {0, 10, 20, 100},
-    {-20, 0, 20},
-    {0.3, 0.1, 0.05, 0.05,
-     0.3, 0.1, 0.05, 0.05,
-     0.3, 0.1, 0.05, 0.05}};
-inline constexpr Map<4, 3> kLvRcResistance = {
-    {0, 10, 20, 100},
-    {-20, 0, 20},
-    {0.003, 0.001, 0.0005, 0.0005,
-     0.003, 0.001, 0.0005, 0.0005,
-     0.003, 0.001, 0.0005, 0.0005}};
+inline constexpr auto kRcCapacitance = same_for_all_y(kSoc, kCold, {100, 400, 600, 600});
+inline constexpr auto kHvRcResistance = same_for_all_y(kSoc, kCold, {0.3, 0.1, 0.05, 0.05});
+inline constexpr auto kLvRcResistance = same_for_all_y(kSoc, kCold, {0.003, 0.001, 0.0005, 0.0005});
