@@ -6,6 +6,7 @@
 #include <cmath>
 #include <span>
 
+#include "model/plant_driver.h"
 #include "model/signals.h"
 #include "runtime/clock.h"
 
@@ -20,26 +21,14 @@ constexpr Index kAirLine[] = {gas_node::GV01A1, gas_node::humidifier1, gas_node:
 
 class GasNetwork : public ::testing::Test {
  protected:
+  // The system is off, so that the stack draws nothing; the compressor has its voltage all the same.
   GasNetwork() {
-    for (std::size_t k = 0; k < kInputCount; ++k) Tessera_P.real[k] = kInputs[k].start;
-    Tessera_P.boolean = {};
-    // The system is off, so that the stack draws nothing; the compressor has its voltage all the same.
-    set(input::system_command, 0.0);
-    set(input::compressor_converter_enable, 1.0);
-    set(input::compressor_speed, 0.0);
-    set(input::back_pressure_valve_command, 0.0);
-    set(input::supply_valve_command, 0.0);
-    set(input::bleed_valve_command, 0.0);
-    Tessera_initialize();
-  }
-
-  static void set(input::Index k, double value) {
-    Tessera_P.real[k] = value;
-    Tessera_P.boolean[k] = 1;
-  }
-
-  static void step_to(double time) {
-    while (model_time() < time - 0.0005) Tessera_step();
+    start({{input::system_command, 0.0},
+           {input::compressor_converter_enable, 1.0},
+           {input::compressor_speed, 0.0},
+           {input::back_pressure_valve_command, 0.0},
+           {input::supply_valve_command, 0.0},
+           {input::bleed_valve_command, 0.0}});
   }
 
   static double P(Index node) { return Tessera_B.gas.at[node].state.P; }
@@ -70,7 +59,7 @@ TEST_F(GasNetwork, ClosedPartsKeepTheMassOfEachSpecies) {
     hydrogen[slot] = mass(kHydrogenSide, slot);
     air[slot] = mass(kAirLine, slot);
   }
-  set(input::supply_valve_command, 0.2);
+  open({input::supply_valve_command, 0.2});
   step_to(2.0);
   EXPECT_GT(P(gas_node::GV03H1), 1.05e5);
   EXPECT_GT(Tessera_X[state::GV02H_m2], 1.0) << "nitrogen goes round with the recirculation";
@@ -81,10 +70,10 @@ TEST_F(GasNetwork, ClosedPartsKeepTheMassOfEachSpecies) {
 }
 
 TEST_F(GasNetwork, WhatEntersAndLeavesIsWhatTheVolumesGain) {
-  set(input::compressor_speed, 6000.0);
-  set(input::back_pressure_valve_command, 0.5);
-  set(input::supply_valve_command, 0.3);
-  set(input::bleed_valve_command, 1.0);
+  open({input::compressor_speed, 6000.0});
+  open({input::back_pressure_valve_command, 0.5});
+  open({input::supply_valve_command, 0.3});
+  open({input::bleed_valve_command, 1.0});
   for (const double time : {0.5, 1.0, 3.0}) {
     step_to(time);
     const auto& flow = Tessera_B.gas.flow;
@@ -102,8 +91,8 @@ TEST_F(GasNetwork, WhatEntersAndLeavesIsWhatTheVolumesGain) {
 }
 
 TEST_F(GasNetwork, DrivenAirLineSettlesWithThePressuresFallingAlongIt) {
-  set(input::compressor_speed, 5000.0);
-  set(input::back_pressure_valve_command, 0.6);
+  open({input::compressor_speed, 5000.0});
+  open({input::back_pressure_valve_command, 0.6});
   step_to(60.0);
   EXPECT_NEAR(Tessera_Y[output::compressor_speed], 5000.0, 1e-6);
   // Displacement times inlet density: 150 cm3 a revolution at a volumetric efficiency of 0.95.
@@ -121,10 +110,10 @@ TEST_F(GasNetwork, DrivenAirLineSettlesWithThePressuresFallingAlongIt) {
 }
 
 TEST_F(GasNetwork, ActuatorsAndLagsStartOnTheirCommand) {
-  set(input::compressor_speed, 4321.0);
-  set(input::back_pressure_valve_command, 0.25);
-  set(input::supply_valve_command, 0.5);
-  set(input::bleed_valve_command, 7.0);  // a position stays within 0 and 1
+  open({input::compressor_speed, 4321.0});
+  open({input::back_pressure_valve_command, 0.25});
+  open({input::supply_valve_command, 0.5});
+  open({input::bleed_valve_command, 7.0});  // a position stays within 0 and 1
   Tessera_initialize();
   Tessera_step();
   EXPECT_EQ(Tessera_X[state::compressor_first_lag], 4321.0);
@@ -134,8 +123,8 @@ TEST_F(GasNetwork, ActuatorsAndLagsStartOnTheirCommand) {
 }
 
 TEST_F(GasNetwork, HydrogenAccountStartsAtTheFirstTickAndFalls) {
-  set(input::bleed_valve_command, 1.0);
-  set(input::supply_valve_command, 0.3);
+  open({input::bleed_valve_command, 1.0});
+  open({input::supply_valve_command, 0.3});
   Tessera_step();
   EXPECT_NEAR(Tessera_Y[output::hydrogen_account_mass_at_start], 10.754633009479329, 1e-12);
   step_to(1.0);

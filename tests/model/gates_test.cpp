@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "fmi/fmu_instance.h"
+#include "model/plant_driver.h"
 #include "model/signals.h"
 
 namespace {
@@ -32,12 +33,6 @@ class Gates : public ::testing::Test {
       rtOneStep(Tessera_M);
       reference.push_back(Tessera_Y);
     }
-  }
-
-  static void start() {
-    for (std::size_t k = 0; k < kInputCount; ++k) Tessera_P.real[k] = kInputs[k].start;
-    Tessera_P.boolean = {};
-    Tessera_initialize();
   }
 
   /// Goes on through the given model steps. Up to the step `same` they must be the reference's to the bit.
@@ -111,8 +106,7 @@ TEST_F(Gates, EachShowsItsParameterByScaleRateAndLag) {
     SCOPED_TRACE(std::string(kInputs[c.k].parameter) + " at " + std::string(kOutputs[c.output].name));
     start();
     go(0, kWrite - 1, kWrite - 1);
-    Tessera_P.real[c.k] = c.value;
-    Tessera_P.boolean[c.k] = 1;
+    open({c.k, c.value});
     go(kWrite, c.at, c.same);
     const std::size_t lagged = c.at == kNextTick ? 10 : 1;  // steps since the gate was read
     const double before = reference[c.at - lagged][c.output];

@@ -5,6 +5,7 @@
 
 #include "model/inputs.h"
 #include "model/law_rows.h"
+#include "model/plant_driver.h"
 #include "model/signals.h"
 #include "runtime/clock.h"
 
@@ -12,33 +13,20 @@ namespace {
 
 class Plant : public ::testing::Test {
  protected:
-  Plant() {
-    for (std::size_t k = 0; k < kInputCount; ++k) Tessera_P.real[k] = kInputs[k].start;
-    Tessera_P.boolean = {};
-    Tessera_initialize();
-  }
-
-  static void open_gate(input::Index k, double value) {
-    Tessera_P.real[k] = value;
-    Tessera_P.boolean[k] = 1;
-  }
-
-  static void step_to(double time) {
-    while (model_time() < time - 0.0005) Tessera_step();
-  }
+  Plant() { start(); }
 };
 
 TEST_F(Plant, LagsStartOnTheirInputAndFollowIt) {
-  open_gate(input::ambient_pressure, 0.9);
-  open_gate(input::power_demand, -5.0);
+  open({input::ambient_pressure, 0.9});
+  open({input::power_demand, -5.0});
   Tessera_initialize();
   step_to(0.5);
   EXPECT_EQ(Tessera_X[state::ambient_pressure], 0.9 * 100000.0);
   EXPECT_EQ(Tessera_X[state::power_demand], 0.0);  // never below 0
   EXPECT_EQ(Tessera_X[state::stoichiometry], 2.0);
 
-  open_gate(input::ambient_pressure, 1.0);
-  open_gate(input::power_demand, kNaN);
+  open({input::ambient_pressure, 1.0});
+  open({input::power_demand, kNaN});
   step_to(1.5);
   EXPECT_NEAR(Tessera_X[state::ambient_pressure], 1e5 - 1e4 * std::exp(-1.0), 1e-4);
   EXPECT_EQ(Tessera_X[state::power_demand], 0.0);
@@ -62,9 +50,9 @@ TEST_F(Plant, ScenarioRampsBetweenItsSamplesAndHoldsItsEnd) {
 }
 
 TEST_F(Plant, DistanceIsTheIntegralOfTheLaggedSpeed) {
-  open_gate(input::vehicle_speed, 0.0);
+  open({input::vehicle_speed, 0.0});
   Tessera_initialize();
-  open_gate(input::vehicle_speed, 72.0);
+  open({input::vehicle_speed, 72.0});
   Tessera_step();  // starts on 72
   Tessera_P.real[input::vehicle_speed] = 36.0;
   step_to(3.0);

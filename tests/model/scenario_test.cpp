@@ -8,29 +8,13 @@
 #include <vector>
 
 #include "fmi/fmu_instance.h"
+#include "model/plant_driver.h"
 #include "model/signals.h"
 #include "runtime/clock.h"
 
 namespace {
 
 using enum output::Index;
-
-struct Gate {
-  input::Index k;
-  double value;
-};
-
-void open(Gate gate) {
-  Tessera_P.real[gate.k] = gate.value;
-  Tessera_P.boolean[gate.k] = 1;
-}
-
-void start(std::initializer_list<Gate> gates) {
-  for (std::size_t k = 0; k < kInputCount; ++k) Tessera_P.real[k] = kInputs[k].start;
-  Tessera_P.boolean = {};
-  for (const Gate& gate : gates) open(gate);
-  Tessera_initialize();
-}
 
 /// Goes on until the outputs are those of the given time.
 void run_to(double time) {
