@@ -11,6 +11,7 @@ target_compile_options(
             -Wshadow
             -Werror
             -ffp-contract=off # sums and products stay as written: none is fused
+            -fno-trapping-math # nobody traps floating point exceptions; no result depends on this
             "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=." # the same bytes from any folder
             "-ffile-prefix-map=${PROJECT_BINARY_DIR}=build")
 
@@ -27,3 +28,10 @@ add_library(tessera_unit_flags INTERFACE)
 target_link_libraries(tessera_unit_flags INTERFACE tessera_flags)
 target_compile_options(tessera_unit_flags INTERFACE -fPIC -fvisibility=hidden -fvisibility-inlines-hidden
                                                     $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+
+# A release is optimised as a whole where it is linked with tessera_whole_unit. Its objects hold ordinary code as well,
+# which the tests link.
+add_library(tessera_whole_unit INTERFACE)
+set(is_optimised_as_a_whole "$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>")
+target_compile_options(tessera_unit_flags INTERFACE "$<${is_optimised_as_a_whole}:-flto=auto;-ffat-lto-objects>")
+target_link_options(tessera_whole_unit INTERFACE "$<${is_optimised_as_a_whole}:-flto=auto>")

@@ -107,7 +107,7 @@ struct Cells {
 Cells property_cells(const ChildBlockRow& row) {
   if (row.place == Place::liquid) {
     LiquidSignals& liquid = Tessera_B.liquid[row.index];
-    return {{&liquid.T, &liquid.P}, {liquid.vector.data()}};
+    return {{&liquid.port.T, &liquid.port.P}, {liquid.vector.data()}};
   }
   if (row.place == Place::compressed_air) {
     CompressorSignals& compressor = Tessera_B.compressor;
@@ -118,7 +118,7 @@ Cells property_cells(const ChildBlockRow& row) {
   double* const out = row.cell == Cell::h1       ? &gas.h1
                       : row.cell == Cell::h2     ? &gas.h2
                       : row.cell == Cell::Cp_dry ? &gas.Cp_dry
-                                                 : &gas.Cv_dry;
+                                                 : &Tessera_B.gas.Cv_dry[row.index];
   return {{&gas.state.T, &gas.state.P, &gas.x}, {out}};
 }
 
@@ -128,8 +128,9 @@ Cells pressure_drop_cells(std::size_t index) {
   const auto& [A, D, ksi, beta, Re_crit, Cq] = kSingularDrop;
   const auto& y = first.vector;
   LiquidRestrictionSignals& r = Tessera_B.liquid_restriction[index];
-  return {{&A, &D, &ksi, &beta, &Re_crit, &Cq, &y[0], &y[7], &y[4], &y[5], &first.T, &first.P, &second.P},
-          {&r.Qm, &r.Qv, &r.Re}};
+  return {
+      {&A, &D, &ksi, &beta, &Re_crit, &Cq, &y[0], &y[7], &y[4], &y[5], &first.port.T, &first.port.P, &second.port.P},
+      {&r.Qm, &r.Qv, &r.Re}};
 }
 
 Cells heat_exchanger_cells() {
@@ -166,37 +167,17 @@ void set_up_child_block(std::size_t i) {
 
 // ---- Evaluation ----------------------------------------------------------------------------------------------------
 
-/// Rows that are evaluated together.
-struct Group {
-  std::array<std::size_t, 4> rows{};
-  std::size_t count = 0;
-};
-
-constexpr Group group_at(Place place, std::size_t index) {
-  Group group;
-  for (std::size_t i = 0; i < kChildBlockCount; ++i) {
-    const ChildBlockRow& row = kChildBlocks[i];
-    if (row.evaluation == Evaluation::runs && row.place == place && row.index == index) group.rows[group.count++] = i;
-  }
-  return group;
+constexpr std::size_t child_that_runs(Place place, std::size_t index) {
+  const auto* row = std::ranges::find_if(kChildBlocks, [=](const ChildBlockRow& candidate) {
+    return candidate.evaluation == Evaluation::runs && candidate.place == place && candidate.index == index;
+  });
+  return static_cast<std::size_t>(row - kChildBlocks.begin());
 }
 
-constexpr auto kGasGroups = [] {
-  std::array<Group, kGasNodeCount> groups{};
-  for (std::size_t node = 0; node < kGasNodeCount; ++node) groups[node] = group_at(Place::gas, node);
-  return groups;
-}();
-constexpr Group kCompressedAirGroup = group_at(Place::compressed_air, 0);
-constexpr std::size_t kHeatExchanger = group_at(Place::exchanger, 0).rows[0];
-constexpr auto kLiquids = [] {
-  std::array<std::size_t, kLiquidCount> rows{};
-  for (std::size_t v = 0; v < kLiquidCount; ++v) rows[v] = group_at(Place::liquid, v).rows[0];
-  return rows;
-}();
-
-void run_group(const Group& group) {
-  for (std::size_t i = 0; i < group.count; ++i) run(children[group.rows[i]]);
-}
+constexpr std::size_t kInletCv = child_that_runs(Place::gas, gas_node::ambient);
+constexpr std::size_t kOutletCv = child_that_runs(Place::gas, gas_node::GV01A1);
+constexpr std::size_t kHeatExchanger = child_that_runs(Place::exchanger, 0);
+static_assert(std::ranges::count(kChildBlocks, Evaluation::runs, &ChildBlockRow::evaluation) == 3);
 
 }  // namespace
 
@@ -212,10 +193,9 @@ bool start_child_blocks() {
 
 void terminate_child_blocks() { terminate(children); }
 
-void run_child_blocks(gas_node::Index node) { run_group(kGasGroups[node]); }
-
-void run_compressed_air_child_blocks() { run_group(kCompressedAirGroup); }
-
-void run_child_block(liquid::Index volume) { run(children[kLiquids[volume]]); }
+void run_compressor_child_blocks() {
+  run(children[kInletCv]);
+  run(children[kOutletCv]);
+}
 
 void run_heat_exchanger_child_block() { run(children[kHeatExchanger]); }

@@ -14,14 +14,8 @@ bool start_child_blocks();
 /// Ends the children; does nothing before they were first built.
 void terminate_child_blocks();
 
-/// Evaluates the property blocks at a gas node.
-void run_child_blocks(gas_node::Index node);
-
-/// Evaluates those of the compressed air's enthalpy.
-void run_compressed_air_child_blocks();
-
-/// Evaluates the property block of a liquid volume.
-void run_child_block(liquid::Index volume);
+/// Evaluates the compressor's heat capacities at constant volume.
+void run_compressor_child_blocks();
 
 /// Evaluates the radiator's heat exchanger.
 void run_heat_exchanger_child_block();

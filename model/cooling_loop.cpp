@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 
+#include "Vk_lib/Vk_fl_prop_lib/direct.h"
 #include "model/child_blocks.h"
 #include "model/gas_network.h"
 #include "model/inputs.h"
@@ -21,12 +22,22 @@ constexpr double kCoolantPressure = 200000.0;         // Pa, of every volume
 constexpr double kSignBand = 1e-5;                    // kg/s, of the flows through the radiator
 constexpr double kHotLimit = 50.0, kColdLimit = 5.0;  // degC, of the coolant at the stack outlet
 
-LiquidPort port(liquid::Index volume) {
-  const auto& [T, P, y] = Tessera_B.liquid[volume];
-  return {P, T, y[0], y[1], y[2], y[3], y[4], y[5], y[6], y[7], y[8], y[9]};
+/// The two brines at the concentration of the loop.
+constexpr Vk_fl_prop_lib::BrineVector brine(Vk_fl_prop_lib::BrineVector vector, fluid::Index fluid) {
+  vector.conc = kFluids[fluid].concentration;
+  return vector;
+}
+constexpr auto kGlycerol = brine(Vk_fl_prop_lib::kGlycerol_Water, fluid::Glycerol_Water);
+constexpr auto kGlycol = brine(Vk_fl_prop_lib::kEthylene_Glycol_Water, fluid::Ethylene_Glycol_Water);
+
+/// What the property block of a liquid says at its volume's state.
+template <const Vk_fl_prop_lib::BrineVector& brine>
+LiquidPort liquid_at(double P, double T) {
+  const auto [v, h, u, Cp, alpha, kappa] = Vk_fl_prop_lib::direct::brine_values<brine>(T, P);
+  return {P, T, v, h, u, Cp, alpha, kappa};
 }
 
-double Cp(liquid::Index volume) { return Tessera_B.liquid[volume].vector[4]; }
+const LiquidPort& port(liquid::Index volume) { return Tessera_B.liquid[volume].port; }
 
 /// Mass flow through a restriction [kg/s]. Its selector stands on the imposed flow, whatever its laws say.
 double restriction_flow(liquid_restriction::Index r, const LiquidPort& first, const LiquidPort& second,
@@ -88,12 +99,11 @@ void pass_gates() {
 void coolant_volumes() {
   for (std::size_t v = 0; v < kLiquidCount; ++v) {
     const LiquidVolumeRow& row = kLiquidVolumes[v];
-    LiquidSignals& signals = Tessera_B.liquid[v];
     auto& sub_block = Tessera_DW.sub_block;
-    signals.T = Tessera_dTdt(sub_block[row.T], Tessera_X[row.T], 1.0, kStates[row.T].start.value, is_major_step());
+    const double T = Tessera_dTdt(sub_block[row.T], Tessera_X[row.T], 1.0, kStates[row.T].start.value, is_major_step());
     Tessera_dPdt(sub_block[row.p], Tessera_X[row.p], 0.0, kStates[row.p].start.value, is_major_step());
-    signals.P = kCoolantPressure;
-    run_child_block(static_cast<liquid::Index>(v));
+    const auto liquid = row.fluid == fluid::Glycerol_Water ? liquid_at<kGlycerol> : liquid_at<kGlycol>;
+    Tessera_B.liquid[v].port = liquid(kCoolantPressure, T);
   }
 }
 
@@ -137,8 +147,9 @@ void radiator() {
   exchanger.Cp1 = 0.5 * (ambient.Cp + behind.Cp) * std::fabs(cooling.air_flow);
   exchanger.T1 = air_inlet.state.T;
   exchanger.UA = radiator_UA(cooling.air_flow, coolant_mdot);
-  exchanger.Cp2 = 0.5 * (Cp(liquid::Water_Inlet_Rad) + Cp(liquid::Water_Outlet_Rad)) * std::fabs(coolant_mdot);
-  exchanger.T2 = Tessera_B.liquid[coolant_inlet].T;
+  exchanger.Cp2 =
+      0.5 * (port(liquid::Water_Inlet_Rad).Cp + port(liquid::Water_Outlet_Rad).Cp) * std::fabs(coolant_mdot);
+  exchanger.T2 = port(coolant_inlet).T;
   run_heat_exchanger_child_block();
   cooling.radiator_heat = exchanger.Q;
 
@@ -147,12 +158,9 @@ void radiator() {
 }
 
 void coolant_balances() {
-  std::array<LiquidPort, kLiquidCount> ports;
-  for (std::size_t v = 0; v < kLiquidCount; ++v) ports[v] = port(static_cast<liquid::Index>(v));
-
   std::array<LiquidFlow, kLiquidCount> inflow{};
   for (const CoolantConnection& connection : kCoolantConnections) {
-    const LiquidPort &first = ports[connection.first], &second = ports[connection.second];
+    const LiquidPort &first = port(connection.first), &second = port(connection.second);
     const double imposed = cooling.flow[connection.flow];
     const double mdot = connection.restriction == liquid_restriction::none
                             ? imposed
@@ -169,15 +177,14 @@ void coolant_balances() {
   heat[liquid::Water_Inlet_Rad] = (1.0 - s) / 2.0 * cooling.radiator_heat;
   heat[liquid::Water_Inlet_Stack] = Tessera_X[state::heater] / 3.0;
   heat[liquid::CoolantVolume] = Tessera_B.stack.heat;
-  inflow[liquid::CoolantVolume].Hdot += 0.0 * ports[liquid::CoolantVolume].h;
+  inflow[liquid::CoolantVolume].Hdot += 0.0 * port(liquid::CoolantVolume).h;
   Tessera_B.u[state::heater] = cooling.heater_power;
 
   for (std::size_t v = 0; v < kLiquidCount; ++v) {
     const LiquidVolumeRow& row = kLiquidVolumes[v];
     const double volume_rate = liquid_volume_rate(row.V0, Tessera_X[row.V]);
-    const LiquidDerivatives derivatives = liquid_volume_balance(ports[v], row.V0, volume_rate, inflow[v], heat[v]);
+    const LiquidPort& liquid = port(static_cast<liquid::Index>(v));
     Tessera_B.u[row.V] = volume_rate;
-    Tessera_B.u[row.T] = derivatives.T;
-    Tessera_B.u[row.p] = derivatives.P;
+    Tessera_B.u[row.T] = liquid_volume_balance(liquid, row.V0, volume_rate, inflow[v], heat[v]).T;
   }
 }

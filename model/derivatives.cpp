@@ -1,5 +1,6 @@
+#include <algorithm>
+#include <cstddef>
 #include <limits>
-#include <utility>
 
 #include "model/signals.h"
 #include "runtime/integrators.h"
@@ -24,13 +25,24 @@ double derivative(double x, double u, bool active) {
   if constexpr (rule == lag_1_enabled) return active ? lag_derivative(-1.0, x, u) : 0.0;
 }
 
-template <std::size_t... i>
-void write_derivatives(double* dx, std::index_sequence<i...> /*states*/) {
-  ((dx[i] = derivative<kStates[i].rule>(Tessera_X[i], Tessera_B.u[i], Tessera_DW.sub_block[i].active)), ...);
+/// Where the run of neighbouring states that begins with the first and follows one rule ends.
+constexpr std::size_t end_of_run(std::size_t first) {
+  const auto* other = std::find_if(kStates.begin() + first, kStates.end(),
+                                   [first](const StateRow& row) { return row.rule != kStates[first].rule; });
+  return static_cast<std::size_t>(other - kStates.begin());
+}
+
+template <std::size_t first>
+void write_derivatives_from(double* dx) {
+  if constexpr (first < kStateCount) {
+    constexpr std::size_t end = end_of_run(first);
+    for (std::size_t i = first; i < end; ++i) {
+      dx[i] = derivative<kStates[first].rule>(Tessera_X[i], Tessera_B.u[i], Tessera_DW.sub_block[i].active);
+    }
+    write_derivatives_from<end>(dx);
+  }
 }
 
 }  // namespace
 
-void Tessera_derivatives() {
-  write_derivatives(*Tessera_M_.solver.derivatives, std::make_index_sequence<kStateCount>{});
-}
+void Tessera_derivatives() { write_derivatives_from<0>(*Tessera_M_.solver.derivatives); }

@@ -64,17 +64,22 @@ double lv_converter_output(double raw, double lv) {
 double compressor_converter_ratio(double raw) { return saturated(raw, 0.0, 2.3333333333333335); }
 
 BatteryCell hv_cell(double soc_percent) {
-  return {.open_circuit = interpolate(kHvOpenCircuit, soc_percent, kBatteryTemperature),
-          .series_resistance = interpolate(kHvSeriesResistance, soc_percent, kBatteryTemperature),
-          .rc_capacitance = interpolate(kRcCapacitance, soc_percent, kBatteryTemperature),
-          .rc_resistance = interpolate(kHvRcResistance, soc_percent, kBatteryTemperature)};
+  constexpr LookupInterval T = interval(kCold, kBatteryTemperature);
+  constexpr LookupInterval T_series = interval(kHvSeriesResistance.y, kBatteryTemperature);
+  const LookupInterval soc = interval(kSoc, soc_percent);
+  return {.open_circuit = interpolate(kHvOpenCircuit, interval(kOpenCircuitSoc, soc_percent), T),
+          .series_resistance = interpolate(kHvSeriesResistance, soc, T_series),
+          .rc_capacitance = interpolate(kRcCapacitance, soc, T),
+          .rc_resistance = interpolate(kHvRcResistance, soc, T)};
 }
 
 BatteryCell lv_cell(double soc_percent) {
-  return {.open_circuit = interpolate(kLvOpenCircuit, soc_percent, kBatteryTemperature),
-          .series_resistance = interpolate(kLvSeriesResistance, soc_percent, kBatteryTemperature),
-          .rc_capacitance = interpolate(kRcCapacitance, soc_percent, kBatteryTemperature),
-          .rc_resistance = interpolate(kLvRcResistance, soc_percent, kBatteryTemperature)};
+  constexpr LookupInterval T = interval(kCold, kBatteryTemperature);
+  const LookupInterval soc = interval(kSoc, soc_percent);
+  return {.open_circuit = interpolate(kLvOpenCircuit, soc, T),
+          .series_resistance = interpolate(kLvSeriesResistance, soc, T),
+          .rc_capacitance = interpolate(kRcCapacitance, soc, T),
+          .rc_resistance = interpolate(kLvRcResistance, soc, T)};
 }
 
 double state_of_charge(const BatteryLayout& layout, double charge) {

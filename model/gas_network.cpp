@@ -1,7 +1,11 @@
 #include "model/gas_network.h"
 
+#include <algorithm>
+#include <array>
 #include <limits>
+#include <utility>
 
+#include "Vk_lib/Vk_fl_prop_lib/direct.h"
 #include "model/air_compressor.h"
 #include "model/child_blocks.h"
 #include "model/gas_restriction.h"
@@ -25,57 +29,115 @@ double limited_state(std::size_t i) {
 
 // ---- The blocks ----------------------------------------------------------------------------------------------------
 
-/// Completes the gas at a node, whose state is known, with its specific values.
-void evaluate_gas(Index node) {
-  MoistGas& gas = signals.at[node];
-  gas.x = humidity_ratio(gas.state);
-  run_child_blocks(node);
-  gas.Cp = gas.Cp_dry / (1.0 + gas.x);
-  gas.h = mixture_enthalpy(gas.state, gas.h1, gas.h2, vapour_enthalpy_law(gas.state.T));
+/// Completes the gas at a node, whose state is known, with what its property blocks say.
+template <GasKind kind>
+[[gnu::always_inline]] inline MoistGas evaluated_gas(const MoistGasState& state) {
+  using namespace Vk_fl_prop_lib;
+  constexpr const GasVector& slot1 = kind == GasKind::hydrogen ? kH2_IDG : kO2_IDG;
+  const double T = state.T;
+  const double x = humidity_ratio(state);
+  const double Cp_dry = kind == GasKind::hydrogen ? direct::gas_Cp(kH2_IDG, T) : direct::air_Cp(x);
+  const double h1 = direct::gas_enthalpy(slot1, T), h2 = direct::gas_enthalpy(kN2_IDG, T);
+  return {state, x, Cp_dry, h1, h2, Cp_dry / (1.0 + x), mixture_enthalpy(state, h1, h2, vapour_enthalpy_law(T))};
 }
 
-/// Output pass of a volume: its gas from the masses of its slots [g] and its temperature state.
-void evaluate_volume(Index node, const std::array<double, 3>& mass_g) {
+// Volumes that lie side by side and differ in their size alone are computed in one loop without a branch, of which the
+// compiler makes one that takes several volumes at once.
+
+constexpr bool are_alike(const VolumeRow& a, const VolumeRow& b) {
+  return a.gas == b.gas && a.FixedComposition == b.FixedComposition && a.FixedPressure == b.FixedPressure;
+}
+
+/// A volume in a run of like ones, of which the compiler knows all but the size.
+template <Index first>
+constexpr GasVolume volume_in_run(std::size_t node) {
+  constexpr const GasVolume& of_first = kVolumes[first];
+  return {of_first.gas, kVolumes[node].V, of_first.P0, of_first.FixedComposition, of_first.FixedPressure};
+}
+
+/// Output pass of a run of volumes: their gas from the masses of their slots [g] and their temperature states.
+template <Index first, std::size_t n>
+void evaluate_volumes(const std::array<std::array<double, 3>, n>& mass_g) {
+  static_assert(std::all_of(kVolumes.begin() + first, kVolumes.begin() + first + n,
+                            [](const VolumeRow& row) { return are_alike(row, kVolumes[first]); }));
+  std::array<double, n> T;
+  for (std::size_t i = 0; i < n; ++i) T[i] = limited_state(kVolumes[first + i].T);
+  for (std::size_t i = 0; i < n; ++i) {
+    const GasVolume volume = volume_in_run<first>(first + i);
+    const GasContent& content = signals.content[first + i] = volume_content(volume, mass_g[i]);
+    signals.at[first + i] = evaluated_gas<kVolumes[first].gas>(volume_state(volume, content, T[i]));
+  }
+}
+
+/// The same with the masses of their states.
+template <Index first, Index last>
+void evaluate_volumes() {
+  std::array<std::array<double, 3>, last - first + 1> mass_g;
+  for (std::size_t i = 0; i < mass_g.size(); ++i) {
+    const std::size_t m = kVolumes[first + i].m1;
+    mass_g[i] = {0.001 * limited_state(m), 0.001 * limited_state(m + 1), 0.001 * limited_state(m + 2)};
+  }
+  evaluate_volumes<first>(mass_g);
+}
+
+/// What enters a volume through its ports.
+template <std::size_t node>
+MoistGasFlow inflow_of() {
+  constexpr const VolumePorts& ports = kVolumes[node].ports;
+  MoistGasFlow inflow = signals.flow[ports.flows[0]];
+  for (std::size_t i = 1; i < ports.count; ++i) inflow = inflow + signals.flow[ports.flows[i]];
+  return inflow;
+}
+
+/// Vapour flow that the gas of a volume with a vapour limiter takes in [kg/s].
+double limited_vapour_flow(std::size_t node, double vapour_flow) {
+  constexpr double kWaterMolarMass = 18.0;  // g/mol
   const VolumeRow& volume = kVolumes[node];
-  signals.content[node] = volume_content(volume, mass_g);
-  signals.at[node].state = volume_state(volume, signals.content[node], limited_state(volume.T));
-  evaluate_gas(node);
-}
-
-/// The same with the masses of its states.
-void evaluate_volume(Index node) {
-  const std::size_t m = kVolumes[node].m1;
-  evaluate_volume(node, {0.001 * limited_state(m), 0.001 * limited_state(m + 1), 0.001 * limited_state(m + 2)});
-}
-
-/// Flows of a restriction.
-void evaluate_restriction(restriction::Index id) {
-  const RestrictionRow& row = kRestrictions[id];
-  const RestrictionFlows flows = restriction_flows(row, signals.at[row.A], signals.at[row.B], Tessera_X[row.opening]);
-  signals.flow[row.FlowA] = flows.FlowA;
-  signals.flow[row.FlowB] = flows.FlowB;
-}
-
-/// Balance pass of a volume: what its integrators take in, from the flows at its ports.
-void balance_volume(Index node) {
-  const VolumeRow& volume = kVolumes[node];
-  const auto ports = volume.ports.list();
-  MoistGasFlow inflow = signals.flow[ports[0]];
-  for (const gas_flow::Index port : ports.subspan(1)) inflow = inflow + signals.flow[port];
-
   PurgeBlock& purge = Tessera_DW.purge[node];
-  const MoistGas& gas = signals.at[node];
-  constexpr double kWaterMolarMass = 18.0;                                           // g/mol
-  const double vapour_start = (1.0 / kWaterMolarMass) * signals.content[node].m[2];  // of kg: the model's own units
-  Tessera_With_purge(purge, Tessera_DW.sub_block[volume.purge], Tessera_X[volume.purge], volume.WithPurge ? 1.0 : 0.0,
-                     kWaterMolarMass, inflow.mdot3, volume.V, gas.state.T, kGasConstant, vapour_start,
-                     hits(Rate::tick_1ms));
-  const double W = volume.WithPurge ? purge.W : inflow.mdot3;
-
-  const VolumeDerivatives derivatives = volume_balance(volume, signals.content[node], gas, inflow, W);
-  for (std::size_t slot = 0; slot < 3; ++slot) Tessera_B.u[volume.m1 + slot] = derivatives.m_mg[slot];
-  Tessera_B.u[volume.T] = derivatives.T;
+  const double vapour_start = (1.0 / kWaterMolarMass) * signals.content[node].m3;  // of kg: the model's own units
+  Tessera_With_purge(purge, Tessera_DW.sub_block[volume.purge], Tessera_X[volume.purge], 1.0, kWaterMolarMass,
+                     vapour_flow, volume.V, signals.at[node].state.T, kGasConstant, vapour_start, hits(Rate::tick_1ms));
   Tessera_B.u[volume.purge] = purge.dndt;
+  return purge.W;
+}
+
+/// Balance pass of a run of volumes: what their integrators take in, from the flows at their ports.
+template <Index first, Index last>
+void balance_volumes() {
+  constexpr std::size_t n = last - first + 1;
+  static_assert(std::all_of(kVolumes.begin() + first, kVolumes.begin() + last + 1, [](const VolumeRow& row) {
+    return row.FixedPressure == kVolumes[first].FixedPressure;  // the balance reads no more of the row
+  }));
+  const auto inflow = []<std::size_t... i>(std::index_sequence<i...>) { return std::array{inflow_of<first + i>()...}; }
+  (std::make_index_sequence<n>{});
+  std::array<double, n> W;
+  for (std::size_t i = 0; i < n; ++i) {
+    const bool is_limited = kVolumes[first + i].WithPurge;
+    W[i] = is_limited ? limited_vapour_flow(first + i, inflow[i].mdot3) : inflow[i].mdot3;
+  }
+  std::array<VolumeDerivatives, n> derivatives;
+  for (std::size_t i = 0; i < n; ++i) {
+    derivatives[i] = volume_balance(volume_in_run<first>(first + i), signals.content[first + i], signals.at[first + i],
+                                    inflow[i], W[i]);
+  }
+  for (std::size_t i = 0; i < n; ++i) {
+    const VolumeRow& volume = kVolumes[first + i];
+    for (std::size_t slot = 0; slot < 3; ++slot) Tessera_B.u[volume.m1 + slot] = derivatives[i].m_mg[slot];
+    Tessera_B.u[volume.T] = derivatives[i].T;
+  }
+}
+
+/// Flows of restrictions.
+template <restriction::Index... ids>
+void evaluate_restrictions() {
+  const auto evaluate = []<restriction::Index id>() {
+    constexpr const RestrictionRow& row = kRestrictions[id];
+    const auto [dir, FlowA, FlowB] =
+        restriction_flows(row, signals.at[row.A], signals.at[row.B], Tessera_X[row.opening]);
+    signals.flow[row.FlowA] = FlowA;
+    signals.flow[row.FlowB] = FlowB;
+  };
+  (evaluate.template operator()<ids>(), ...);
 }
 
 /// Position of a valve, which follows its command.
@@ -88,24 +150,29 @@ void move_actuator(const ActuatorRow& actuator, double command) {
 
 }  // namespace
 
-// ---- Hydrogen ------------------------------------------------------------------------------------------------------
+// ---- Volumes -------------------------------------------------------------------------------------------------------
 
-void hydrogen_tank_and_line() {
-  evaluate_volume(gas_node::H2Tank);
-  evaluate_volume(gas_node::GVMP1);
-  signals.flow[gas_flow::tank_heat] = tank_heat_input(signals.at[gas_node::H2Tank].state);
+void gas_volumes() {
+  evaluate_volumes<gas_node::H2Tank, gas_node::anode>();
+  evaluate_volumes<gas_node::GV01A1, gas_node::GV04A1>();
 }
 
+void gas_balances() {
+  balance_volumes<gas_node::H2Tank, gas_node::GV04A1>();
+  balance_volumes<gas_node::Air_outRadia, gas_node::Air_outRadia>();
+}
+
+// ---- Hydrogen ------------------------------------------------------------------------------------------------------
+
 void pressure_reducer() {
-  evaluate_restriction(restriction::H2_Detendor);
+  signals.flow[gas_flow::tank_heat] = tank_heat_input(signals.at[gas_node::H2Tank].state);
+  evaluate_restrictions<restriction::H2_Detendor>();
   Tessera_B.u[state::H2_Detendor_x] =
       reducer_speed(Tessera_X[state::H2_Detendor_x], signals.at[gas_node::H2Tank].state.P,
                     signals.at[gas_node::GVMP1].state.P, signals.flow[gas_flow::H2_Detendor_B].mdot);
 }
 
 void hydrogen_loop() {
-  for (const Index node : {gas_node::GV01H1, gas_node::GV02H, gas_node::GV03H1, gas_node::anode}) evaluate_volume(node);
-
   const MoistGas &primary = signals.at[gas_node::GV01H1], &secondary = signals.at[gas_node::GV03H1];
   const EjectorFlows w = Ejecteur_v1(primary.state.P, secondary.state.P, signals.at[gas_node::GV02H].state.P);
   const MoistGasFlow drive = flow_of(primary, w.primary), drawn = flow_of(secondary, w.secondary);
@@ -113,8 +180,7 @@ void hydrogen_loop() {
   signals.flow[gas_flow::ejector_secondary] = -drawn;
   signals.flow[gas_flow::ejector_outlet] = drawn + drive;
 
-  evaluate_restriction(restriction::anode_inlet);
-  evaluate_restriction(restriction::anode_outlet);
+  evaluate_restrictions<restriction::anode_inlet, restriction::anode_outlet>();
 }
 
 void hydrogen_valves() {
@@ -129,12 +195,11 @@ void hydrogen_valves() {
                                                 .X1 = 1.0,
                                                 .X2 = 0.0,
                                                 .X3 = 0.0};
-    evaluate_gas(gas_node::bleed_outlet);
+    signals.at[gas_node::bleed_outlet] = evaluated_gas<GasKind::hydrogen>(signals.at[gas_node::bleed_outlet].state);
   }
   move_actuator(kH2_Valve1Actuator, Tessera_B.command.supply_valve);
   move_actuator(kH2_Valve2Actuator, Tessera_B.command.bleed_valve);
-  evaluate_restriction(restriction::H2_Valve1);
-  evaluate_restriction(restriction::H2_Valve2);
+  evaluate_restrictions<restriction::H2_Valve1, restriction::H2_Valve2>();
 
   Tessera_B.hydrogen_mass = signals.content[gas_node::H2Tank].mass();
   if (hits(Rate::tick_10ms) && !Tessera_DW.hydrogen_latched) {
@@ -143,24 +208,13 @@ void hydrogen_valves() {
   }
 }
 
-void hydrogen_balances() {
-  for (const Index node : {gas_node::H2Tank, gas_node::GVMP1, gas_node::GV01H1, gas_node::GV02H, gas_node::GV03H1}) {
-    balance_volume(node);
-  }
-}
-
 // ---- Air -----------------------------------------------------------------------------------------------------------
 
-void air_before_stack() {
-  evaluate_volume(gas_node::GV02A1);
-
+void outside_air() {
   const double T = Tessera_X[state::ambient_temperature];
   const double Psat = Tessera_PsatT(Tessera_DW.ambient_PsatT, 1.0, T, is_major_step());
   signals.ambient = ambient_air(T, Tessera_X[state::ambient_pressure], Tessera_X[state::ambient_humidity], Psat);
-  signals.at[gas_node::ambient].state = signals.ambient.state;
-  evaluate_gas(gas_node::ambient);
-
-  evaluate_volume(gas_node::GV01A1);
+  signals.at[gas_node::ambient] = evaluated_gas<GasKind::air>(signals.ambient.state);
 }
 
 void compressor_flow() {
@@ -173,17 +227,10 @@ void compressor_flow() {
 }
 
 void air_line() {
-  for (const Index node :
-       {gas_node::humidifier1, gas_node::cathode, gas_node::GV03A, gas_node::humidifier2, gas_node::GV04A1}) {
-    evaluate_volume(node);
-  }
   move_actuator(kMoistGasValveActuator, Tessera_B.command.back_pressure_valve);
-  for (const restriction::Index id :
-       {restriction::humidifier1_inlet, restriction::humidifier1_outlet, restriction::cathode_inlet,
-        restriction::cathode_outlet, restriction::humidifier2_inlet, restriction::humidifier2_outlet,
-        restriction::MoistGasValve}) {
-    evaluate_restriction(id);
-  }
+  evaluate_restrictions<restriction::humidifier1_inlet, restriction::humidifier1_outlet, restriction::cathode_inlet,
+                        restriction::cathode_outlet, restriction::humidifier2_inlet, restriction::humidifier2_outlet,
+                        restriction::MoistGasValve>();
 }
 
 void compressor_drive() {
@@ -196,11 +243,14 @@ void compressor_drive() {
   Tessera_B.u[state::compressor_first_lag] = Tessera_B.command.compressor_speed - first_lag;
   Tessera_B.u[state::compressor_second_lag] = first_lag;
 
+  run_compressor_child_blocks();
   signals.flow[gas_flow::compressor_outlet] =
-      compressor_outflow(inlet, outlet, inlet.Cv_dry / (1.0 + inlet.x), outlet.Cv_dry / (1.0 + outlet.x), compressor.w);
+      compressor_outflow(inlet, outlet, signals.Cv_dry[gas_node::ambient] / (1.0 + inlet.x),
+                         signals.Cv_dry[gas_node::GV01A1] / (1.0 + outlet.x), compressor.w);
 
   compressor.T_enthalpy = compressor_enthalpy_temperature(inlet.state, outlet.state);
-  run_compressed_air_child_blocks();
+  compressor.h1 = Vk_fl_prop_lib::direct::gas_enthalpy(Vk_fl_prop_lib::kO2_IDG, compressor.T_enthalpy);
+  compressor.h2 = Vk_fl_prop_lib::direct::gas_enthalpy(Vk_fl_prop_lib::kN2_IDG, compressor.T_enthalpy);
   const double power = compressor_power(outlet.state, inlet.h, compressor.h1, compressor.h2, compressor.w);
   Tessera_B.next.compressor_bus_current = compressor_current(compressor.bus_voltage, power);
 }
@@ -215,13 +265,6 @@ void humidifier_exchange() {
   signals.flow[gas_flow::exchange2] = exchange.E2;
 }
 
-void air_balances() {
-  for (const Index node : {gas_node::GV01A1, gas_node::humidifier1, gas_node::GV02A1, gas_node::GV03A,
-                           gas_node::humidifier2, gas_node::GV04A1, gas_node::Air_outRadia}) {
-    balance_volume(node);
-  }
-}
-
 void evaluate_air_behind_radiator() {
   const VolumeRow& volume = kVolumes[gas_node::Air_outRadia];
   const auto mass_g = radiator_air_masses(signals.ambient, volume.V);
@@ -229,12 +272,12 @@ void evaluate_air_behind_radiator() {
     for (std::size_t slot = 0; slot < 3; ++slot) Tessera_X[volume.m1 + slot] = 1000.0 * mass_g[slot];
   }
   for (std::size_t slot = 0; slot < 3; ++slot) limited_state(volume.m1 + slot);  // read by nothing
-  evaluate_volume(gas_node::Air_outRadia, mass_g);
+  evaluate_volumes<gas_node::Air_outRadia, 1>({mass_g});
 }
 
 // ---- Stack ---------------------------------------------------------------------------------------------------------
 
-void stack_gas_balances() {
+void stack_gases() {
   const StackSignals& stack = Tessera_B.stack;
   const MoistGas &cathode = signals.at[gas_node::cathode], &anode = signals.at[gas_node::anode];
   signals.flow[gas_flow::cathode_reaction] = cathode_reaction(stack.flows, cathode);
@@ -243,6 +286,4 @@ void stack_gas_balances() {
   signals.flow[gas_flow::anode_losses] = stack_gas_losses(anode.state, stack.heat);
   Tessera_B.u[state::oxygen_access_state] =
       oxygen_access_signal(cathode.state.p1, signals.at[gas_node::GV02A1].state.T);
-  balance_volume(gas_node::cathode);
-  balance_volume(gas_node::anode);
 }

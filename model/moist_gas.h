@@ -37,7 +37,6 @@ struct MoistGas {
   MoistGasState state;
   double x;       ///< humidity ratio [kg/kg]
   double Cp_dry;  ///< specific heat at constant pressure per kg of dry gas [J/(kg K)]
-  double Cv_dry;  ///< the same at constant volume, where a block asks for it
   double h1, h2;  ///< specific enthalpies of slots 1 and 2 [J/kg]
   double Cp;      ///< specific heat at constant pressure of the gas [J/(kg K)]
   double h;       ///< specific enthalpy of the gas [J/kg]

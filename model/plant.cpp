@@ -73,26 +73,25 @@ void Tessera_step() {
   begin_evaluation();
   if (is_major_step()) read_memories();
 
-  hydrogen_tank_and_line();          // H2Tank, GVMP1
-  pressure_reducer();                // H2_Detendor
-  hydrogen_loop();                   // GV01H1, GV02H, Ejector, GV03H1, anode
+  gas_volumes();                     // states and properties of the gas in all volumes
+  pressure_reducer();                // H2_Detendor, heat of the tank
+  hydrogen_loop();                   // Ejector, restrictions of the anode
   read_inputs();                     // parameters or own sources, by gate
   power_demand_and_stack_voltage();  // power limiter, voltage law, air flow setpoint
-  air_before_stack();                // GV02A1, ambient air, GV01A1
+  outside_air();                     // ambient air
   compressor_flow();                 // Electrical_CPR
   supervisory_logic();               // command set, stack power loop, commands
   hydrogen_valves();                 // H2_Valve1, H2_Valve2, hydrogen account
-  air_line();                        // humidifier, cathode, GV03A, GV04A1, MoistGasValve
+  air_line();                        // restrictions of humidifier and cathode, MoistGasValve
   coolant_volumes();                 // states and properties of the six
   thermal_supervision();             // CoolantCondition, ThermalSupervisor, pump, heater
   radiator();                        // air stream, Air_outRadia, heat exchange
   power_network();                   // converters, loads, vehicle, batteries
-  hydrogen_balances();               // derivatives of the hydrogen volumes
   compressor_drive();                // speed lags, outflow, power
   humidifier_exchange();             // VapEchange1234
-  air_balances();                    // derivatives of the air volumes
   coolant_balances();                // derivatives of the liquid volumes
-  stack_gas_balances();              // reaction, derivatives of cathode and anode
+  stack_gases();                     // reaction and losses of cathode and anode
+  gas_balances();                    // derivatives of the gas volumes
   feed_input_lags();                 // lags of the inputs, distance
   write_outputs();                   // the 146 outputs, by their rates
 

@@ -9,6 +9,7 @@
 #include "model/coolant_restriction.h"
 #include "model/electrical_network.h"
 #include "model/enabled_blocks.h"
+#include "model/liquid_volume.h"
 #include "model/moist_gas_volume.h"
 #include "model/power_control.h"
 #include "model/stack.h"
@@ -32,6 +33,7 @@ struct MemoryValues {
 /// The gas network.
 struct GasSignals {
   std::array<MoistGas, kGasNodeCount> at;        ///< the gas at each node
+  std::array<double, kGasNodeCount> Cv_dry;      ///< at constant volume per kg of dry gas, where asked for [J/(kg K)]
   std::array<GasContent, kVolumeCount> content;  ///< of each volume
   std::array<MoistGasFlow, kGasFlowCount> flow;  ///< the flows into the nodes
   AmbientAir ambient;
@@ -88,10 +90,10 @@ struct CompressorSignals {
   double T_enthalpy;   ///< K
 };
 
-/// A liquid volume's property block.
+/// A liquid volume.
 struct LiquidSignals {
-  double T, P;
-  std::array<double, 13> vector;
+  LiquidPort port;
+  std::array<double, 13> vector;  ///< of its property block, which the step does not run
 };
 
 struct CoolingSignals {

@@ -9,10 +9,8 @@
 ///
 /// Together with a clamp of the state in the output pass this keeps the state in its range without events.
 inline double limited_derivative(double x, double u, double lower, double upper) {
-  if (!(x <= lower) && !(x >= upper)) return u;
-  if (x <= lower && u > 0.0) return u;
-  if (x >= upper && u < 0.0) return u;
-  return 0.0;
+  const bool held_low = (x <= lower) & !(u > 0.0), held_high = (x >= upper) & !(u < 0.0);
+  return held_low | held_high ? 0.0 : u;
 }
 
 /// Derivative a x + u of a first-order lag.

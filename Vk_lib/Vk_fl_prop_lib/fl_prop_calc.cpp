@@ -120,9 +120,6 @@ bool evaluate(const std::array<Property<Fluid, State...>, n>& properties, int co
   return true;
 }
 
-/// x within its limits; a not-a-number stays one.
-double clip(double x, double low, double high) { return low > x ? low : x > high ? high : x; }
-
 bool fail(char* msg, const char* reason) {
   std::memcpy(msg, reason, std::strlen(reason) + 1);
   return false;

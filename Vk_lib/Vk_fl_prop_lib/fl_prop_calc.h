@@ -30,6 +30,9 @@ inline constexpr double kLowest = 1e-10;                       ///< P [Pa] and a
 inline constexpr double kAirTMin = 173.15, kAirTMax = 640.15;  ///< T of moist air [K]
 inline constexpr double kAirPMax = 2e8;                        ///< P of moist air [Pa]
 
+/// x within its limits; a not-a-number stays one.
+constexpr double clip(double x, double low, double high) { return low > x ? low : x > high ? high : x; }
+
 /// Computes one property of a fluid, or all of them.
 ///
 /// Inputs beyond their range are clipped without a message: T to the limits of a liquid's or gas's vector, to 173.15

@@ -20,11 +20,12 @@ enum class Place { gas, compressed_air, liquid, restriction, exchanger };
 /// Which cell of its place a property block writes.
 enum class Cell { h1, h2, Cp_dry, Cv_dry, vector };
 
-/// Whether a child is evaluated in the step.
+/// How the step gets a child's result.
 enum class Evaluation {
-  runs,    ///< yes
-  shared,  ///< its result is that of another child, which asks for the same fluid and code at the same place
-  idle,    ///< no: nothing reads it; mostly the branch for the other kind of gas
+  direct,  ///< from the fluid's own laws, which are compiled into the step with the fluid's coefficients
+  runs,    ///< from the child, through its host
+  shared,  ///< from another child, which asks for the same fluid and code at the same place
+  idle,    ///< not at all: nothing reads it; mostly the branch for the other kind of gas
 };
 
 struct ChildBlockRow {
@@ -80,7 +81,7 @@ constexpr Rows build() {
   // Each volume: heat capacity and enthalpy, a branch each for either kind of gas.
   for (std::size_t v = 0; v < kVolumeCount; ++v) {
     const auto& [path, gas] = std::pair{std::string_view(kVolumes[v].path), kVolumes[v].gas};
-    const Evaluation air = gas == GasKind::air ? runs : idle, hydrogen = gas == GasKind::air ? idle : runs;
+    const Evaluation air = gas == GasKind::air ? direct : idle, hydrogen = gas == GasKind::air ? idle : direct;
     rows.property("StandardFluidPropertiesAir", path, "Cp1/Cp_Air", fluid::Moist_Air, property::Cp, v, Cell::Cp_dry, air);
     rows.property("StandardFluidProperties", path, "Cp1/Cp_H2", fluid::H2_IDG, property::Cp, v, Cell::Cp_dry, hydrogen);
     rows.enthalpy(GasKind::hydrogen, "StandardFluidProperties H2", "StandardFluidProperties N2", path, "Enthalpy/h_H2", v, hydrogen);
@@ -92,7 +93,7 @@ constexpr Rows build() {
   for (const RestrictionRow& restriction : kRestrictions) {
     const bool is_bleed = restriction.B == node::bleed_outlet;
     rows.enthalpy_branches(restriction.gas, restriction.path, "Enthalpy/Enthalpy_H2", "Enthalpy/Enthalpy_Air",
-                           is_bleed ? restriction.B : restriction.A, is_bleed ? runs : shared);
+                           is_bleed ? restriction.B : restriction.A, is_bleed ? direct : shared);
   }
 
   constexpr std::string_view kEjector = "Front_End_Underhood/Ejector/Ejecteur_v1";
@@ -101,7 +102,7 @@ constexpr Rows build() {
 
   constexpr std::string_view kCompressor = "Front_End_Underhood1/Electrical_CPR/MoistAirVolumetricCompressor_v1/Compressor_volumetric_v1";
   constexpr const char *kAir = "StandardFluidPropertiesAir", *kH2 = "StandardFluidProperties_H2";
-  rows.property(kAir, kCompressor, "Subsystem1/Cp1/Cp_Air", fluid::Moist_Air, property::Cp, node::ambient, Cell::Cp_dry, runs);
+  rows.property(kAir, kCompressor, "Subsystem1/Cp1/Cp_Air", fluid::Moist_Air, property::Cp, node::ambient, Cell::Cp_dry, direct);
   rows.property(kH2,  kCompressor, "Subsystem1/Cp1/Cp_H2",  fluid::H2_IDG,    property::Cp, node::ambient, Cell::Cp_dry, idle);
   rows.property(kAir, kCompressor, "Subsystem1/Cp2/Cp_Air", fluid::Moist_Air, property::Cp, node::GV01A1,  Cell::Cp_dry, shared);
   rows.property(kH2,  kCompressor, "Subsystem1/Cp2/Cp_H2",  fluid::H2_IDG,    property::Cp, node::GV01A1,  Cell::Cp_dry, idle);
@@ -109,12 +110,12 @@ constexpr Rows build() {
   rows.property(kH2,  kCompressor, "Subsystem1/Cv/Cv_H2",   fluid::H2_IDG,    property::Cv, node::ambient, Cell::Cv_dry, idle);
   rows.property(kAir, kCompressor, "Subsystem1/Cv1/Cv_Air", fluid::Moist_Air, property::Cv, node::GV01A1,  Cell::Cv_dry, runs);
   rows.property(kH2,  kCompressor, "Subsystem1/Cv1/Cv_H2",  fluid::H2_IDG,    property::Cv, node::GV01A1,  Cell::Cv_dry, idle);
-  rows.enthalpy_branches(GasKind::air, kCompressor, "Enthalpy/h_H2", "Enthalpy/air_H1", node::ambient, runs);
+  rows.enthalpy_branches(GasKind::air, kCompressor, "Enthalpy/h_H2", "Enthalpy/air_H1", node::ambient, direct);
 
   constexpr std::string_view kPower = "Front_End_Underhood1/Electrical_CPR/Power_calculation";
   constexpr const char *kO2 = "StandardFluidProperties_O2", *kN2 = "StandardFluidProperties_N2";
-  rows.add({Adaptor::properties, kO2, kPower, "Moist_Air_Enthalpy1", fluid::O2_IDG, property::enthalpy, Place::compressed_air, 0, Cell::h1, runs});
-  rows.add({Adaptor::properties, kN2, kPower, "Moist_Air_Enthalpy1", fluid::N2_IDG, property::enthalpy, Place::compressed_air, 0, Cell::h2, runs});
+  rows.add({Adaptor::properties, kO2, kPower, "Moist_Air_Enthalpy1", fluid::O2_IDG, property::enthalpy, Place::compressed_air, 0, Cell::h1, direct});
+  rows.add({Adaptor::properties, kN2, kPower, "Moist_Air_Enthalpy1", fluid::N2_IDG, property::enthalpy, Place::compressed_air, 0, Cell::h2, direct});
   rows.enthalpy(GasKind::air, kO2, kN2, kPower, "Moist_Air_Enthalpy3", node::ambient, shared);
 
   constexpr std::string_view kExchange = "Front_End_Underhood1/Humidifier1/HumidificateurAirNUT/VapEchange1234";
@@ -137,7 +138,7 @@ constexpr Rows build() {
   rows.property(kOwn, kRadiator, "Moist_Air_Cp1", fluid::Moist_Air, property::Cp, node::Air_outRadia, Cell::Cp_dry, shared);
 
   for (std::size_t v = 0; v < kLiquidCount; ++v) {
-    rows.add({Adaptor::properties, kOwn, kLiquidVolumes[v].path, "OnePhaseVolume2", kLiquidVolumes[v].fluid, property::all, Place::liquid, v, Cell::vector, runs});
+    rows.add({Adaptor::properties, kOwn, kLiquidVolumes[v].path, "OnePhaseVolume2", kLiquidVolumes[v].fluid, property::all, Place::liquid, v, Cell::vector, direct});
   }
 
   for (std::size_t r = 0; r < kLiquidRestrictionCount; ++r) {
@@ -181,7 +182,8 @@ static_assert(std::ranges::count_if(kChildBlocks, [](const ChildBlockRow& row) {
 /// Number of children that are evaluated for what the row asks: its fluid and code at its place.
 constexpr std::ptrdiff_t count_evaluated_like(const ChildBlockRow& row) {
   return std::ranges::count_if(kChildBlocks, [&](const ChildBlockRow& other) {
-    return other.evaluation == Evaluation::runs && other.place == row.place && other.index == row.index &&
+    const bool is_evaluated = other.evaluation == Evaluation::runs || other.evaluation == Evaluation::direct;
+    return is_evaluated && other.place == row.place && other.index == row.index &&
            other.cell == row.cell && other.fluid == row.fluid && other.code == row.code;
   });
 }

@@ -55,12 +55,17 @@ struct VolumePorts {
   constexpr std::span<const gas_flow::Index> list() const { return {flows.data(), count}; }
 };
 
-struct VolumeRow {
-  const char* path;
+/// A volume as its laws see it.
+struct GasVolume {
   GasKind gas;
   double V;   ///< m3
   double P0;  ///< Pa, held under FixedPressure
-  bool FixedComposition, FixedPressure, WithPurge;
+  bool FixedComposition, FixedPressure;
+};
+
+struct VolumeRow : GasVolume {
+  const char* path;
+  bool WithPurge;
   state::Index m1, T, purge;  ///< its states; the masses of slots 2 and 3 follow m1
   VolumePorts ports;          ///< what feeds it, in the order of the sum
 };
@@ -72,7 +77,7 @@ inline constexpr auto kVolumes = [] {
   return std::to_array<VolumeRow>({
 #define PORTS(...) ports(__VA_ARGS__)
 #define VOLUME(id, path, gas, V, P0, FixedComposition, FixedPressure, WithPurge, ...)                          \
-  {path, gas, V, P0, FixedComposition, FixedPressure, WithPurge, state::id##_m1, state::id##_T, state::id##_purge, \
+  {{gas, V, P0, FixedComposition, FixedPressure}, path, WithPurge, state::id##_m1, state::id##_T, state::id##_purge, \
    __VA_ARGS__},
 #include "model/tables/gas_network.def"
 #undef PORTS

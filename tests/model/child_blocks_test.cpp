@@ -53,7 +53,7 @@ TEST_F(ChildBlocks, EveryGasBlockIsAnsweredAtItsOwnPlace) {
     const double cell = row.cell == Cell::h1       ? at_compressor ? compressor.h1 : gas.h1
                         : row.cell == Cell::h2     ? at_compressor ? compressor.h2 : gas.h2
                         : row.cell == Cell::Cp_dry ? gas.Cp_dry
-                                                   : gas.Cv_dry;
+                                                   : Tessera_B.gas.Cv_dry[row.index];
     EXPECT_EQ(cell, ask(row.fluid, row.code, T, gas.state.P, gas.x)) << row.group << '/' << row.path;
     // Enthalpies are 1e5 J/kg at 273.15 K; vapour adds its own heat capacity to the dry air's.
     const auto& [data, Cp, Cv] = kGases[row.fluid];

@@ -7,7 +7,7 @@ namespace {
 
 /// A liquid by T [K], density, Cp, expansion coefficient and compressibility; its internal energy counts nowhere.
 LiquidPort liquid_of(double T, double rho, double Cp, double alpha, double kappa) {
-  return {2e5, T, 1 / rho, Cp * (T - 273.15), 0, 1e7, Cp, 0, 0, 0, alpha, -kappa};
+  return {2e5, T, 1 / rho, Cp * (T - 273.15), 1e7, Cp, alpha, -kappa};
 }
 
 const LiquidPort kWater = liquid_of(293.15, 998.2, 4184, 2.068e-4, 4.589e-10);

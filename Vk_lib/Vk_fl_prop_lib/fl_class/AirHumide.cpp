@@ -10,8 +10,6 @@
 namespace Vk_fl_prop_lib {
 namespace {
 
-constexpr double Cpa = 1.0066;   // heat capacity of dry air in the enthalpy [kJ/(kg K)]
-constexpr double Cpv = 1.8266;   // heat capacity of the vapour [kJ/(kg K)]
 constexpr double L0 = 2500.8;    // latent heat at 0 degC [kJ/kg]
 constexpr double T0 = 273.15;    // K
 constexpr double Ra = 0.287055;  // gas constants in the entropy [kJ/(kg K)]
@@ -239,7 +237,7 @@ double CAirHumide::sTWP(double T, double w, double P, double wsat) const {
 }
 
 // The liquid has no share in it, and the saturation is not needed.
-double CAirHumide::CpTW(double, double w, double, double) const { return 1000 * (Cpa + Cpv * w); }
+double CAirHumide::CpTW(double, double w, double, double) const { return CpW(w); }
 
 double CAirHumide::CvTW(double T, double w, double P, double M, double wsat) const {
   if (!unsaturated()) wsat = wsat_or_own(wsat, T, P);

@@ -73,7 +73,8 @@ class CAirHumide final : public CFluideBase {
   double wTV(double T, double v, double P) const override;
   /// Not consistent with hTW: the dry air's heat capacity is 1 kJ/(kg K), Mw / Ma a rounded literal.
   double sTWP(double T, double w, double P, double wsat) const override;
-  double CpTW(double T, double w, double P, double wsat) const override;  ///< of air with all water as vapour
+  double CpTW(double T, double w, double P, double wsat) const override;    ///< of air with all water as vapour
+  static constexpr double CpW(double w) { return 1000 * (Cpa + Cpv * w); }  ///< what CpTW depends on
   double CvTW(double T, double w, double P, double M, double wsat) const override;
   double dpdt(double v, double w, double M, double wsat) const;  ///< dP/dT at constant v [Pa/K]
   /// Polynomials of T - 273.15 and w, with the liquid's conductivity added by mass.
@@ -107,6 +108,9 @@ class CAirHumide final : public CFluideBase {
                      double xMax, bool* ok) const;
 
  private:
+  static constexpr double Cpa = 1.0066;  // heat capacity of dry air in the enthalpy [kJ/(kg K)]
+  static constexpr double Cpv = 1.8266;  // heat capacity of the vapour [kJ/(kg K)]
+
   bool unsaturated() const { return static_cast<double>(fluidState) > 0.5; }
   double wsat_or_own(double wsat, double T, double P) const { return wsat == 0.0 ? wSatT(T, P) : wsat; }
   double liquid_pressure(double T, double P) const;

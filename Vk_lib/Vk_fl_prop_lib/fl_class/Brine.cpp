@@ -5,14 +5,11 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "Vk_lib/Vk_fl_prop_lib/fl_class/Brine_laws.h"
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/FluidFile.h"
 
 namespace Vk_fl_prop_lib {
-namespace {
-
-enum Polynomial { kFreezing, kDensity, kCp, kConductivity, kLogViscosity };
-
-}  // namespace
+using namespace brine;
 
 CBrine::CBrine(const double* vector) {
   BrineVector v{};
@@ -45,42 +42,13 @@ void CBrine::loadFile(FluidFile& file) {
   initCoeffs(read);
 }
 
-double CBrine::poly(int i, double T) const {
-  const auto& a = c.c[i];
-  const double dT = i == kFreezing ? 1.0 : T - c.tRef;
-  const double dT2 = dT * dT, dT3 = dT2 * dT;
-  const double dc = c.conc - c.concRef;
-  const double dc2 = dc * dc, dc3 = dc2 * dc, dc4 = dc3 * dc, dc5 = dc4 * dc;
-  return a[0] + a[1] * dT + a[2] * dT2 + a[3] * dT3 + dc * (a[4] + a[5] * dT + a[6] * dT2 + a[7] * dT3) +
-         dc2 * (a[8] + a[9] * dT + a[10] * dT2 + a[11] * dT3) + dc3 * (a[12] + a[13] * dT + a[14] * dT2) +
-         dc4 * (a[15] + a[16] * dT) + dc5 * a[17];
-}
+double CBrine::poly(int i, double T) const { return brine::poly(c, i, T); }
 
 double CBrine::tFreeze() const { return poly(kFreezing, c.conc) + 273.15; }
 
-double CBrine::alpha(double T) const {
-  const auto& a = c.c[kDensity];
-  const double dT = T - c.tRef, dT2 = dT * dT;
-  const double dc = c.conc - c.concRef;
-  const double dc2 = dc * dc, dc3 = dc2 * dc, dc4 = dc3 * dc;
-  const double density_slope = a[1] + 2 * dT * a[2] + 3 * dT2 * a[3] + dc * (a[5] + 2 * dT * a[6] + 3 * dT2 * a[7]) +
-                               dc2 * (a[9] + 2 * dT * a[10] + 3 * dT2 * a[11]) + dc3 * (a[13] + 2 * dT * a[14]) +
-                               dc4 * a[16];
-  return -density_slope / poly(kDensity, T);
-}
+double CBrine::alpha(double T) const { return brine::alpha(c, T); }
 
-double CBrine::intCpdT(double T) const {
-  const auto& a = c.c[kCp];
-  const double dT = T - c.tRef;
-  const double dT2 = dT * dT, dT3 = dT2 * dT, dT4 = dT3 * dT;
-  const double dc = c.conc - c.concRef;
-  const double dc2 = dc * dc, dc3 = dc2 * dc, dc4 = dc3 * dc, dc5 = dc4 * dc;
-  return a[0] * dT + a[1] * dT2 / 2 + a[2] * dT3 / 3 + a[3] * dT4 / 4 +
-         dc * (a[4] * dT + a[5] * dT2 / 2 + a[6] * dT3 / 3 + a[7] * dT4 / 4) +
-         dc2 * (a[8] * dT + a[9] * dT2 / 2 + a[10] * dT3 / 3 + a[11] * dT4 / 4) +
-         dc3 * (a[12] * dT + a[13] * dT2 / 2 + a[14] * dT3 / 3) + dc4 * (a[15] * dT + a[16] * dT2 / 2) +
-         dc5 * a[17] * dT;
-}
+double CBrine::intCpdT(double T) const { return brine::intCpdT(c, T); }
 
 double CBrine::intCpsTdT(double T) const {
   const auto& a = c.c[kCp];
@@ -99,20 +67,9 @@ double CBrine::intCpsTdT(double T) const {
          (dc4 * a[15] + I0) + dc4 * a[16] * I1 + dc5 * a[17] * I0;
 }
 
-LiquidPoint CBrine::at(double T, double P) const {
-  const double log_v_ref = std::log(1 / poly(kDensity, T));
-  return {.T = T,
-          .P = P,
-          .kappa = c.kappa,
-          .alpha = alpha(T),
-          .v = std::exp(log_v_ref - (P - c.pRef) * c.kappa),
-          .v_ref = std::exp(log_v_ref - (c.pRef - c.pRef) * c.kappa),
-          .Cp = poly(kCp, T)};
-}
+LiquidPoint CBrine::at(double T, double P) const { return brine::at(c, T, P); }
 
-double CBrine::h(const LiquidPoint& p) const {
-  return intCpdT(p.T) - (1 - p.alpha * p.T) * p.v / c.kappa + (1 - p.alpha * p.T) * p.v_ref / c.kappa;
-}
+double CBrine::h(const LiquidPoint& p) const { return brine::h(c, p); }
 
 double CBrine::u(const LiquidPoint& p) const { return h(p) - p.v * p.P; }
 

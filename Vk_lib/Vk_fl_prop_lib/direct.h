@@ -1,0 +1,45 @@
+#pragma once
+
+/// The properties that a model asks at every evaluation, for fluids that are known where the call is compiled.
+///
+/// Same limits, operations and bits as fl_prop_calc, but nothing is looked up: with a constant vector the compiler
+/// folds what depends on the fluid alone, and results that nobody asks for are not computed.
+
+#include "Vk_lib/Vk_fl_prop_lib/fl_class/AirHumide.h"
+#include "Vk_lib/Vk_fl_prop_lib/fl_class/Brine_laws.h"
+#include "Vk_lib/Vk_fl_prop_lib/fl_class/IdG_vectors.h"
+#include "Vk_lib/Vk_fl_prop_lib/fl_class/quintic.h"
+#include "Vk_lib/Vk_fl_prop_lib/fl_prop_calc.h"
+
+namespace Vk_fl_prop_lib::direct {
+
+/// Heat capacity at constant pressure [J/(kg K)] of an ideal gas at T [K]: code 5.
+constexpr double gas_Cp(const GasVector& gas, double T) { return quintic(gas.cp, clip(T, gas.tMin, gas.tMax)); }
+
+/// Specific enthalpy [J/kg] of an ideal gas at T [K]: code 2.
+constexpr double gas_enthalpy(const GasVector& gas, double T) {
+  return quintic_integral(gas.hRef, gas.cp, clip(T, gas.tMin, gas.tMax), gas.tRef);
+}
+
+/// Heat capacity at constant pressure of moist air [J/(K kg of dry air)] at the humidity ratio w [kg/kg]: code 5.
+constexpr double air_Cp(double w) { return CAirHumide::CpW(0 >= w ? 0 : w); }
+
+/// Those of a brine's values that its balances need.
+struct BrineValues {
+  double v;      ///< specific volume [m3/kg]: code 1
+  double h, u;   ///< specific enthalpy and internal energy [J/kg]: codes 2 and 4
+  double Cp;     ///< heat capacity at constant pressure [J/(kg K)]: code 5
+  double alpha;  ///< isobaric expansion coefficient [1/K]: code 9
+  double kappa;  ///< isothermal compressibility (negative) [1/Pa]: code 10
+};
+
+/// @tparam brine  with the concentration in force
+/// @param T, P    K, Pa
+template <const BrineVector& brine>
+BrineValues brine_values(double T, double P) {
+  const LiquidPoint p = brine::at(brine, 0 >= T ? kLowest : T, 0 >= P ? kLowest : P);
+  const double h = brine::h(brine, p);
+  return {.v = p.v, .h = h, .u = h - p.v * p.P, .Cp = p.Cp, .alpha = p.alfa_t() / p.v, .kappa = p.alfa_p() / p.v};
+}
+
+}  // namespace Vk_fl_prop_lib::direct
