@@ -117,7 +117,7 @@ void thirty_exp(benchmark::State& state) {
 
 }  // namespace
 
-std::vector<Ratio> add_fluid_benchmarks() {
+Figures add_fluid_benchmarks() {
   const struct {
     const char* name;
     std::span<const Fl_data> fluids;
@@ -136,8 +136,11 @@ std::vector<Ratio> add_fluid_benchmarks() {
     }
   }
   benchmark::RegisterBenchmark("30 exp, chained", thirty_exp);
-  return {
-      {"ideal gas, enthalpy", "enthalpy by hand", 2}, {"ideal gas, enthalpy, chained", "enthalpy by hand, chained", 2},
-      {"moist air, Cp", "ideal gas, enthalpy", 1},    {"moist air, Cp, chained", "ideal gas, enthalpy, chained", 1},
-      {"brine, all 13", "30 exp, chained", 1},        {"brine, all 13, chained", "30 exp, chained", 1}};
+  return {.ratios = {{"ideal gas, enthalpy", "enthalpy by hand", 2},
+                     {"ideal gas, enthalpy, chained", "enthalpy by hand, chained", 2},
+                     {"moist air, Cp", "ideal gas, enthalpy", 1},
+                     {"moist air, Cp, chained", "ideal gas, enthalpy, chained", 1},
+                     {"brine, all 13", "30 exp, chained", 1},
+                     {"brine, all 13, chained", "30 exp, chained", 1}},
+          .costs = {}};
 }

@@ -6,10 +6,24 @@
 struct Ratio {
   const char* benchmark;
   const char* reference;
-  double limit;  ///< the multiple that the benchmark may cost
+  double limit;        ///< the multiple that the benchmark may cost; 0: told only
+  double times = 1.0;  ///< how often the benchmark's work is part of the reference's
+};
+
+/// A cost that is told as a time.
+struct Cost {
+  const char* benchmark;
+  const char* less;  ///< a benchmark whose time does not count; null: none
+  double limit_us;
+};
+
+struct Figures {
+  std::vector<Ratio> ratios;
+  std::vector<Cost> costs;
 };
 
 // Each adds its benchmarks to the run. A benchmark reports its items (SetItemsProcessed), whose time is what counts.
-// They answer the ratios to report.
-std::vector<Ratio> add_fluid_benchmarks();
-std::vector<Ratio> add_step_benchmarks();
+// They answer what to report.
+Figures add_fluid_benchmarks();
+Figures add_step_benchmarks();
+Figures add_shell_benchmarks();

@@ -1,27 +1,56 @@
-// One model step of the whole unit, and the property calls that it contains.
+// One model step of the whole unit: against the arithmetic that it cannot do without, and what each block group takes.
 
 #include <benchmark/benchmark.h>
 
 #include <cstddef>
+#include <string>
 
 #include "fmi/fmu_instance.h"
-#include "model/child_blocks.h"
-#include "model/tables/child_blocks.h"
+#include "limit.h"
+#include "model/cooling_loop.h"
+#include "model/gas_network.h"
+#include "model/inputs.h"
+#include "model/outputs.h"
+#include "model/power_network.h"
+#include "model/supervisory_logic.h"
 #include "ratios.h"
-#include "runtime/model_store.h"
+#include "runtime/ode3.h"
+#include "unit_in_operation.h"
 
 namespace {
 
-/// A unit in operation, 20 s into its scenario.
-void bring_into_operation() {
-  for (std::size_t k = 0; k < kInputCount; ++k) Tessera_P.real[k] = kInputs[k].start;
-  Tessera_P.boolean = {};
-  Tessera_initialize();
-  for (int i = 0; i < 20000; ++i) rtOneStep(Tessera_M);
-}
+/// What a step consists of, in its order.
+constexpr struct {
+  const char* name;
+  void (*evaluate)();
+  double times;  ///< in a step
+} kGroups[] = {
+    {"gas volumes", gas_volumes, 3},
+    {"pressure reducer", pressure_reducer, 3},
+    {"hydrogen loop", hydrogen_loop, 3},
+    {"inputs", read_inputs, 3},
+    {"power demand, stack voltage", power_demand_and_stack_voltage, 3},
+    {"outside air", outside_air, 3},
+    {"compressor flow", compressor_flow, 3},
+    {"supervisory logic", supervisory_logic, 3},
+    {"hydrogen valves", hydrogen_valves, 3},
+    {"air line", air_line, 3},
+    {"coolant volumes", coolant_volumes, 3},
+    {"thermal supervision", thermal_supervision, 3},
+    {"radiator", radiator, 3},
+    {"power network", power_network, 3},
+    {"compressor drive", compressor_drive, 3},
+    {"humidifier", humidifier_exchange, 3},
+    {"coolant balances", coolant_balances, 3},
+    {"stack gases", stack_gases, 3},
+    {"gas balances", gas_balances, 3},
+    {"input lags", feed_input_lags, 3},
+    {"derivatives", Tessera_derivatives, 3},
+    {"outputs", write_outputs, 1},
+};
 
 void one_step(benchmark::State& state) {
-  bring_into_operation();
+  const UnitInOperation unit;
   for (auto _ : state) {
     rtOneStep(Tessera_M);
     benchmark::ClobberMemory();
@@ -29,25 +58,38 @@ void one_step(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations());
 }
 
-/// The property calls of the three evaluations of a step, as the blocks make them.
-void its_property_calls(benchmark::State& state) {
-  bring_into_operation();
+/// The limit of a step: three evaluations.
+void limit(benchmark::State& state) {
+  LimitState mix = limit_start();
   for (auto _ : state) {
-    for (int evaluation = 0; evaluation < 3; ++evaluation) {
-      for (std::size_t node = 0; node < kVolumeCount; ++node) run_child_blocks(static_cast<gas_node::Index>(node));
-      for (std::size_t volume = 0; volume < kLiquidCount; ++volume) run_child_block(static_cast<liquid::Index>(volume));
-      run_child_blocks(gas_node::ambient);
-      run_compressed_air_child_blocks();
-      benchmark::ClobberMemory();
-    }
+    for (int evaluation = 0; evaluation < 3; ++evaluation) limit_evaluation(mix);
   }
+  benchmark::DoNotOptimize(checksum(mix));
+  state.SetItemsProcessed(state.iterations());
+}
+
+/// A group on its own, as in a minor step; the outputs as in a major one.
+void group(benchmark::State& state, void (*evaluate)()) {
+  const UnitInOperation unit;
+  if (evaluate != write_outputs) Tessera_M_.step_mode = kMinorStep;
+  for (auto _ : state) {
+    evaluate();
+    benchmark::ClobberMemory();
+  }
+  Tessera_M_.step_mode = kMajorStep;
   state.SetItemsProcessed(state.iterations());
 }
 
 }  // namespace
 
-std::vector<Ratio> add_step_benchmarks() {
-  benchmark::RegisterBenchmark("one model step", one_step);
-  benchmark::RegisterBenchmark("one model step, its property calls", its_property_calls);
-  return {{"one model step", "one model step, its property calls", 4}};
+Figures add_step_benchmarks() {
+  constexpr const char *kStep = "one model step", *kLimit = "its arithmetic alone";
+  benchmark::RegisterBenchmark(kStep, one_step);
+  benchmark::RegisterBenchmark(kLimit, limit);
+  Figures figures{.ratios = {{kStep, kLimit, 1.5}}, .costs = {}};
+  for (const auto& [name, evaluate, times] : kGroups) {
+    benchmark::RegisterBenchmark(name, group, evaluate);
+    figures.ratios.push_back({name, kStep, 0, times});
+  }
+  return figures;
 }

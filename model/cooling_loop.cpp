@@ -1,5 +1,6 @@
 #include "model/cooling_loop.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -30,11 +31,16 @@ constexpr Vk_fl_prop_lib::BrineVector brine(Vk_fl_prop_lib::BrineVector vector, 
 constexpr auto kGlycerol = brine(Vk_fl_prop_lib::kGlycerol_Water, fluid::Glycerol_Water);
 constexpr auto kGlycol = brine(Vk_fl_prop_lib::kEthylene_Glycol_Water, fluid::Ethylene_Glycol_Water);
 
-/// What the property block of a liquid says at its volume's state.
-template <const Vk_fl_prop_lib::BrineVector& brine>
-LiquidPort liquid_at(double P, double T) {
-  const auto [v, h, u, Cp, alpha, kappa] = Vk_fl_prop_lib::direct::brine_values<brine>(T, P);
-  return {P, T, v, h, u, Cp, alpha, kappa};
+/// What the property blocks of volumes that lie side by side say of their one liquid.
+template <const Vk_fl_prop_lib::BrineVector& brine, liquid::Index first, liquid::Index last>
+void evaluate_liquids(const std::array<double, kLiquidCount>& T) {
+  std::array<double, last - first + 1> own_T;
+  std::copy_n(T.begin() + first, own_T.size(), own_T.begin());
+  const auto values = Vk_fl_prop_lib::direct::brine_values<brine>(own_T, kCoolantPressure);
+  for (std::size_t i = 0; i < own_T.size(); ++i) {
+    const auto& [v, h, u, Cp, alpha, kappa] = values[i];
+    Tessera_B.liquid[first + i].port = {kCoolantPressure, own_T[i], v, h, u, Cp, alpha, kappa};
+  }
 }
 
 const LiquidPort& port(liquid::Index volume) { return Tessera_B.liquid[volume].port; }
@@ -97,14 +103,15 @@ void pass_gates() {
 }  // namespace
 
 void coolant_volumes() {
+  std::array<double, kLiquidCount> T;
   for (std::size_t v = 0; v < kLiquidCount; ++v) {
     const LiquidVolumeRow& row = kLiquidVolumes[v];
     auto& sub_block = Tessera_DW.sub_block;
-    const double T = Tessera_dTdt(sub_block[row.T], Tessera_X[row.T], 1.0, kStates[row.T].start.value, is_major_step());
+    T[v] = Tessera_dTdt(sub_block[row.T], Tessera_X[row.T], 1.0, kStates[row.T].start.value, is_major_step());
     Tessera_dPdt(sub_block[row.p], Tessera_X[row.p], 0.0, kStates[row.p].start.value, is_major_step());
-    const auto liquid = row.fluid == fluid::Glycerol_Water ? liquid_at<kGlycerol> : liquid_at<kGlycol>;
-    Tessera_B.liquid[v].port = liquid(kCoolantPressure, T);
   }
+  evaluate_liquids<kGlycerol, liquid::Water_Inlet_Rad, liquid::Water_Inlet_Stack>(T);
+  evaluate_liquids<kGlycol, liquid::CoolantVolume, liquid::CoolantVolume>(T);
 }
 
 void thermal_supervision() {

@@ -43,6 +43,7 @@ void write_memories() {
 }
 
 void finish_major_step() {
+  write_outputs();
   fmu_LogOutput();
   Tessera_DW.integrators_start = false;
   for (StateSubBlock& sub_block : Tessera_DW.sub_block) sub_block.start = sub_block.start && !sub_block.active;
@@ -93,9 +94,8 @@ void Tessera_step() {
   stack_gases();                     // reaction and losses of cathode and anode
   gas_balances();                    // derivatives of the gas volumes
   feed_input_lags();                 // lags of the inputs, distance
-  write_outputs();                   // the 146 outputs, by their rates
 
-  if (is_major_step()) finish_major_step();
+  if (is_major_step()) finish_major_step();  // outputs, memories, integration
 }
 
 void Tessera_terminate() { terminate_child_blocks(); }

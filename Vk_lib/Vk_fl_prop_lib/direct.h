@@ -5,6 +5,9 @@
 /// Same limits, operations and bits as fl_prop_calc, but nothing is looked up: with a constant vector the compiler
 /// folds what depends on the fluid alone, and results that nobody asks for are not computed.
 
+#include <array>
+#include <cstddef>
+
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/AirHumide.h"
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/Brine_laws.h"
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/IdG_vectors.h"
@@ -33,13 +36,29 @@ struct BrineValues {
   double kappa;  ///< isothermal compressibility (negative) [1/Pa]: code 10
 };
 
+/// Of several temperatures at one pressure, law by law, so that the compiler computes the polynomials of several at
+/// once and none waits for the logarithm of another.
 /// @tparam brine  with the concentration in force
 /// @param T, P    K, Pa
-template <const BrineVector& brine>
-BrineValues brine_values(double T, double P) {
-  const LiquidPoint p = brine::at(brine, 0 >= T ? kLowest : T, 0 >= P ? kLowest : P);
-  const double h = brine::h(brine, p);
-  return {.v = p.v, .h = h, .u = h - p.v * p.P, .Cp = p.Cp, .alpha = p.alfa_t() / p.v, .kappa = p.alfa_p() / p.v};
+template <const BrineVector& brine, std::size_t n>
+std::array<BrineValues, n> brine_values(const std::array<double, n>& T, double P) {
+  P = 0 >= P ? kLowest : P;
+  std::array<double, n> rho, alpha, Cp, integral;
+  for (std::size_t i = 0; i < n; ++i) {
+    const double held = 0 >= T[i] ? kLowest : T[i];
+    rho[i] = brine::poly(brine, brine::kDensity, held);
+    alpha[i] = brine::alpha(brine, held);
+    Cp[i] = brine::poly(brine, brine::kCp, held);
+    integral[i] = brine::intCpdT(brine, held);
+  }
+  std::array<BrineValues, n> values;
+  for (std::size_t i = 0; i < n; ++i) {
+    const auto [v, v_ref] = brine::volumes(brine, rho[i], P);
+    const LiquidPoint p = {0 >= T[i] ? kLowest : T[i], P, brine.kappa, alpha[i], v, v_ref, Cp[i]};
+    const double h = brine::h(brine, p, integral[i]);
+    values[i] = {.v = v, .h = h, .u = h - v * P, .Cp = Cp[i], .alpha = p.alfa_t() / v, .kappa = p.alfa_p() / v};
+  }
+  return values;
 }
 
 }  // namespace Vk_fl_prop_lib::direct

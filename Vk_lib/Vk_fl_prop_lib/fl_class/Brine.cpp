@@ -69,7 +69,7 @@ double CBrine::intCpsTdT(double T) const {
 
 LiquidPoint CBrine::at(double T, double P) const { return brine::at(c, T, P); }
 
-double CBrine::h(const LiquidPoint& p) const { return brine::h(c, p); }
+double CBrine::h(const LiquidPoint& p) const { return brine::h(c, p, intCpdT(p.T)); }
 
 double CBrine::u(const LiquidPoint& p) const { return h(p) - p.v * p.P; }
 

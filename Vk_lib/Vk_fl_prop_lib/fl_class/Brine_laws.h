@@ -4,6 +4,7 @@
 /// then folds what depends on the concentration alone. Temperatures in K, concentration in percent.
 
 #include <cmath>
+#include <utility>
 
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/Brine_vectors.h"
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/LiquidPoint.h"
@@ -50,21 +51,21 @@ constexpr double intCpdT(const BrineVector& c, double T) {
          dc5 * a[17] * dT;
 }
 
-/// What the properties at T and P share.
-inline LiquidPoint at(const BrineVector& c, double T, double P) {
-  const double log_v_ref = std::log(1 / poly(c, kDensity, T));
-  return {.T = T,
-          .P = P,
-          .kappa = c.kappa,
-          .alpha = alpha(c, T),
-          .v = std::exp(log_v_ref - (P - c.pRef) * c.kappa),
-          .v_ref = std::exp(log_v_ref - (c.pRef - c.pRef) * c.kappa),
-          .Cp = poly(c, kCp, T)};
+/// Volumes of the liquid with the reference volume 1 / rho [m3/kg]: at P and at the reference pressure.
+inline std::pair<double, double> volumes(const BrineVector& c, double rho, double P) {
+  const double log_v_ref = std::log(1 / rho);
+  return {std::exp(log_v_ref - (P - c.pRef) * c.kappa), std::exp(log_v_ref - (c.pRef - c.pRef) * c.kappa)};
 }
 
-/// Specific enthalpy [J/kg].
-constexpr double h(const BrineVector& c, const LiquidPoint& p) {
-  return intCpdT(c, p.T) - (1 - p.alpha * p.T) * p.v / c.kappa + (1 - p.alpha * p.T) * p.v_ref / c.kappa;
+/// What the properties at T and P share.
+inline LiquidPoint at(const BrineVector& c, double T, double P) {
+  const auto [v, v_ref] = volumes(c, poly(c, kDensity, T), P);
+  return {.T = T, .P = P, .kappa = c.kappa, .alpha = alpha(c, T), .v = v, .v_ref = v_ref, .Cp = poly(c, kCp, T)};
+}
+
+/// Specific enthalpy [J/kg], with the integral of Cp from tRef to T.
+constexpr double h(const BrineVector& c, const LiquidPoint& p, double integral) {
+  return integral - (1 - p.alpha * p.T) * p.v / c.kappa + (1 - p.alpha * p.T) * p.v_ref / c.kappa;
 }
 
 }  // namespace Vk_fl_prop_lib::brine
