@@ -45,15 +45,21 @@ void evaluate_liquids(const std::array<double, kLiquidCount>& T) {
 
 const LiquidPort& port(liquid::Index volume) { return Tessera_B.liquid[volume].port; }
 
-/// Mass flow through a restriction [kg/s]. Its selector stands on the imposed flow, whatever its laws say.
+/// Runs the flow laws of a restriction, which keep a sign from one major step to the next.
+/// @return the quadratic one's mass flow [kg/s]
+double run_flow_laws(liquid_restriction::Index r, const LiquidPort& first, const LiquidPort& second, double v) {
+  Tessera_DTAQfCv(Tessera_DW.DTAQfCv[r], 0.0, 1.0, first.P, first.T, second.P, second.T, kFlowCoefficient,
+                  is_major_step());
+  return Tessera_aQB(Tessera_DW.aQB[r], 1.0, kLiquidRestrictions[r], first.P - second.P, v, is_major_step()).mdot;
+}
+
+/// Mass flow through a restriction [kg/s]. Its selector stands on the imposed flow, whatever its laws say, so that they
+/// run in major steps only.
 double restriction_flow(liquid_restriction::Index r, const LiquidPort& first, const LiquidPort& second,
                         double imposed) {
   const LiquidPort& up = imposed < 0.0 ? second : first;
-  const double dp = first.P - second.P;
-  const double quadratic = Tessera_aQB(Tessera_DW.aQB[r], 1.0, kLiquidRestrictions[r], dp, up.v, is_major_step()).mdot;
-  Tessera_DTAQfCv(Tessera_DW.DTAQfCv[r], 0.0, 1.0, first.P, first.T, second.P, second.T, kFlowCoefficient,
-                  is_major_step());
-  return ModeNonReturnValve2(FlowSelector::imposed, imposed, quadratic, dp, up.v).mdot;
+  const double quadratic = is_major_step() ? run_flow_laws(r, first, second, up.v) : 0.0;
+  return ModeNonReturnValve2(FlowSelector::imposed, imposed, quadratic, first.P - second.P, up.v).mdot;
 }
 
 double T_degC(state::Index T) { return Tessera_X[T] - 273.15; }

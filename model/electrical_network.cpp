@@ -63,34 +63,40 @@ double lv_converter_output(double raw, double lv) {
 
 double compressor_converter_ratio(double raw) { return saturated(raw, 0.0, 2.3333333333333335); }
 
-BatteryCell hv_cell(double soc_percent) {
-  constexpr LookupInterval T = interval(kCold, kBatteryTemperature);
-  constexpr LookupInterval T_series = interval(kHvSeriesResistance.y, kBatteryTemperature);
-  const LookupInterval soc = interval(kSoc, soc_percent);
-  return {.open_circuit = interpolate(kHvOpenCircuit, interval(kOpenCircuitSoc, soc_percent), T),
-          .series_resistance = interpolate(kHvSeriesResistance, soc, T_series),
-          .rc_capacitance = interpolate(kRcCapacitance, soc, T),
-          .rc_resistance = interpolate(kHvRcResistance, soc, T)};
+CellSource hv_source(double soc_percent) {
+  constexpr LookupInterval T = interval(kHvSeriesResistance.y, kBatteryTemperature);
+  return {.open_circuit = interpolate(kHvOpenCircuit, soc_percent, kBatteryTemperature),
+          .series_resistance = interpolate(kHvSeriesResistance, interval(kSoc, soc_percent), T)};
 }
 
-BatteryCell lv_cell(double soc_percent) {
+CellSource lv_source(double soc_percent) {
   constexpr LookupInterval T = interval(kCold, kBatteryTemperature);
   const LookupInterval soc = interval(kSoc, soc_percent);
   return {.open_circuit = interpolate(kLvOpenCircuit, soc, T),
-          .series_resistance = interpolate(kLvSeriesResistance, soc, T),
-          .rc_capacitance = interpolate(kRcCapacitance, soc, T),
-          .rc_resistance = interpolate(kLvRcResistance, soc, T)};
+          .series_resistance = interpolate(kLvSeriesResistance, soc, T)};
+}
+
+CellRcElement hv_rc_element(double soc_percent) {
+  constexpr LookupInterval T = interval(kCold, kBatteryTemperature);
+  const LookupInterval soc = interval(kSoc, soc_percent);
+  return {.capacitance = interpolate(kRcCapacitance, soc, T), .resistance = interpolate(kHvRcResistance, soc, T)};
+}
+
+CellRcElement lv_rc_element(double soc_percent) {
+  constexpr LookupInterval T = interval(kCold, kBatteryTemperature);
+  const LookupInterval soc = interval(kSoc, soc_percent);
+  return {.capacitance = interpolate(kRcCapacitance, soc, T), .resistance = interpolate(kLvRcResistance, soc, T)};
 }
 
 double state_of_charge(const BatteryLayout& layout, double charge) {
   return saturated(charge / layout.capacity, 0.0, 1.0);
 }
 
-double battery_voltage(const BatteryLayout& layout, const BatteryCell& cell, double current, double rc_voltage) {
+double battery_voltage(const BatteryLayout& layout, const CellSource& cell, double current, double rc_voltage) {
   return layout.cells * cell.open_circuit - current * (layout.cells / layout.strings) * cell.series_resistance -
          rc_voltage;
 }
 
-double rc_voltage_rate(const BatteryCell& cell, double current, double rc_voltage) {
-  return (current - rc_voltage / cell.rc_resistance) / cell.rc_capacitance;
+double rc_voltage_rate(const CellRcElement& element, double current, double rc_voltage) {
+  return (current - rc_voltage / element.resistance) / element.capacitance;
 }

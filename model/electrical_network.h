@@ -52,14 +52,21 @@ double compressor_converter_ratio(double raw);
 
 // ---- Batteries -----------------------------------------------------------------------------------------------------
 
-/// Circuit values of a cell at a state of charge, at the model temperature of 26.85 degC.
-struct BatteryCell {
-  double open_circuit;                   ///< V
-  double series_resistance;              ///< ohm
-  double rc_capacitance, rc_resistance;  ///< F, ohm
+// Circuit values of a cell at a state of charge, at the model temperature of 26.85 degC.
+
+struct CellSource {
+  double open_circuit;       ///< V
+  double series_resistance;  ///< ohm
 };
-BatteryCell hv_cell(double soc_percent);
-BatteryCell lv_cell(double soc_percent);
+CellSource hv_source(double soc_percent);
+CellSource lv_source(double soc_percent);
+
+struct CellRcElement {
+  double capacitance;  ///< F
+  double resistance;   ///< ohm
+};
+CellRcElement hv_rc_element(double soc_percent);
+CellRcElement lv_rc_element(double soc_percent);
 
 /// Cells in series over strings in parallel.
 struct BatteryLayout {
@@ -73,10 +80,10 @@ inline constexpr BatteryLayout kLvBattery = {6.0, 1.0, 54000.0};
 double state_of_charge(const BatteryLayout& layout, double charge);
 
 /// Voltage [V] of a battery that gives the current [A], with the voltage of its RC element.
-double battery_voltage(const BatteryLayout& layout, const BatteryCell& cell, double current, double rc_voltage);
+double battery_voltage(const BatteryLayout& layout, const CellSource& cell, double current, double rc_voltage);
 
 /// Derivative [V/s] of the RC element's voltage.
-double rc_voltage_rate(const BatteryCell& cell, double current, double rc_voltage);
+double rc_voltage_rate(const CellRcElement& element, double current, double rc_voltage);
 
 // ---- Latches -------------------------------------------------------------------------------------------------------
 

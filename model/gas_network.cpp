@@ -247,7 +247,11 @@ void compressor_drive() {
   signals.flow[gas_flow::compressor_outlet] =
       compressor_outflow(inlet, outlet, signals.Cv_dry[gas_node::ambient] / (1.0 + inlet.x),
                          signals.Cv_dry[gas_node::GV01A1] / (1.0 + outlet.x), compressor.w);
+}
 
+void compressor_memory() {
+  CompressorSignals& compressor = Tessera_B.compressor;
+  const MoistGas &inlet = signals.at[gas_node::ambient], &outlet = signals.at[gas_node::GV01A1];
   compressor.T_enthalpy = compressor_enthalpy_temperature(inlet.state, outlet.state);
   compressor.h1 = Vk_fl_prop_lib::direct::gas_enthalpy(Vk_fl_prop_lib::kO2_IDG, compressor.T_enthalpy);
   compressor.h2 = Vk_fl_prop_lib::direct::gas_enthalpy(Vk_fl_prop_lib::kN2_IDG, compressor.T_enthalpy);

@@ -10,10 +10,13 @@ void outside_air();          ///< the ambient air
 void compressor_flow();      ///< Electrical_CPR: its flow at the present speed
 void hydrogen_valves();      ///< H2_Valve1, H2_Valve2, the hydrogen account
 void air_line();             ///< restrictions of the humidifier and the cathode, MoistGasValve
-void compressor_drive();     ///< Electrical_CPR: speed lags, outflow and power
+void compressor_drive();     ///< Electrical_CPR: speed lags and outflow
 void humidifier_exchange();  ///< VapEchange1234
 void stack_gases();          ///< reaction and losses of cathode and anode
 void gas_balances();         ///< derivatives of all volumes
+
+/// Electrical_CPR: its current, which a memory takes over; at the end of a major step.
+void compressor_memory();
 
 /// Air_outRadia: its gas, for the radiator.
 void evaluate_air_behind_radiator();

@@ -54,10 +54,10 @@ struct RestrictionFlows {
   MoistGasFlow FlowA, FlowB;
 };
 
-/// Flows of a restriction between the gases at its ports.
+/// Flows of a restriction between the gases at its ports. Always inline, so that it is made for its row.
 /// @param opening  of an orifice; the Bernoulli law does not read it
-inline RestrictionFlows restriction_flows(const RestrictionRow& row, const MoistGas& A, const MoistGas& B,
-                                          double opening) {
+[[gnu::always_inline]] inline RestrictionFlows restriction_flows(const RestrictionRow& row, const MoistGas& A,
+                                                                 const MoistGas& B, double opening) {
   const double dir = A.state.P >= B.state.P ? 1.0 : 2.0;
   const bool forward = dir == 1.0;
   const MoistGas& up = forward ? A : B;

@@ -1,5 +1,9 @@
 // The plant: its four entry points.
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
 #include "model/child_blocks.h"
 #include "model/cooling_loop.h"
 #include "model/gas_network.h"
@@ -12,6 +16,21 @@
 #include "runtime/nonfinite.h"
 
 namespace {
+
+constexpr bool is_enabled(const StateRow& row) {
+  using enum StateRule;
+  return row.rule == plain_enabled || row.rule == limit_0_inf_enabled || row.rule == lag_1_enabled;
+}
+
+/// The states that belong to a sub-block with an enable input.
+constexpr auto kEnabledStates = [] {
+  std::array<std::size_t, std::ranges::count_if(kStates, is_enabled)> states{};
+  std::size_t count = 0;
+  for (std::size_t i = 0; i < kStateCount; ++i) {
+    if (is_enabled(kStates[i])) states[count++] = i;
+  }
+  return states;
+}();
 
 void start_states_and_memories() {
   for (std::size_t i = 0; i < kStateCount; ++i) Tessera_X[i] = kStates[i].start.value;
@@ -43,10 +62,15 @@ void write_memories() {
 }
 
 void finish_major_step() {
+  compressor_memory();
+  power_network_memories();
   write_outputs();
   fmu_LogOutput();
   Tessera_DW.integrators_start = false;
-  for (StateSubBlock& sub_block : Tessera_DW.sub_block) sub_block.start = sub_block.start && !sub_block.active;
+  for (const std::size_t i : kEnabledStates) {
+    StateSubBlock& sub_block = Tessera_DW.sub_block[i];
+    sub_block.start = sub_block.start && !sub_block.active;
+  }
   count_battery_energies();
   write_memories();
   advance_to_next_step();
@@ -88,7 +112,7 @@ void Tessera_step() {
   thermal_supervision();             // CoolantCondition, ThermalSupervisor, pump, heater
   radiator();                        // air stream, Air_outRadia, heat exchange
   power_network();                   // converters, loads, vehicle, batteries
-  compressor_drive();                // speed lags, outflow, power
+  compressor_drive();                // speed lags, outflow
   humidifier_exchange();             // VapEchange1234
   coolant_balances();                // derivatives of the liquid volumes
   stack_gases();                     // reaction and losses of cathode and anode

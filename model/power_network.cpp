@@ -45,8 +45,6 @@ void fuel_cell_converter() {
   electrical.fc_current = is_on(command.fc_enable) ? x[state::fc_converter_current] : 0.0;
   electrical.fc_hv_current =
       Tessera_B.stack.voltage * electrical.fc_current * memory.fc_efficiency / memory.hv_bus_voltage;
-  next.stack_current = next.fc_power_current = -electrical.fc_current;
-  next.fc_efficiency = converter_efficiency(electrical.fc_hv_current);
 }
 
 void lv_converter() {
@@ -60,7 +58,6 @@ void lv_converter() {
   for (const state::Index current : {state::lv_converter_current, state::lv_converter_current_copy}) {
     u[current] = converter_lag(wanted, x[current]);
   }
-  next.lv_efficiency = converter_efficiency(electrical.lv_lv_current);
 }
 
 void compressor_converter() {
@@ -69,7 +66,6 @@ void compressor_converter() {
   const double ratio = compressor_converter_ratio(voltage_control(x[state::compressor_converter_pi], error));
   u[state::compressor_converter_pi] = ratio;
   u[state::compressor_ratio] = 10.0 * ((is_on(command.compressor_enable) ? ratio : 0.0) - x[state::compressor_ratio]);
-  next.compressor_efficiency = compressor_converter_efficiency(electrical.compressor_hv_current);
 }
 
 void loads() {
@@ -79,7 +75,6 @@ void loads() {
   electrical.lv_load_current = constant_power_current(Tessera_B.in.lv_load_power, lv, x[state::lv_load_lag]);
   u[state::hv_auxiliary_lag] = hv;
   u[state::lv_load_lag] = lv;
-  next.heater_current = heater_bus_current(Tessera_B.cooling.heater_power, hv);
 
   if (hits(Rate::tick_10ms)) electrical.road = road_load(x[state::vehicle_speed], x[state::road_slope]);
   electrical.drive_current = drive_current(electrical.road, x[state::wind_speed], x[state::vehicle_speed_lag], hv);
@@ -88,26 +83,28 @@ void loads() {
 
 struct Battery {
   const BatteryLayout& layout;
-  BatteryCell (*cell)(double soc_percent);
+  CellSource (*source)(double soc_percent);
+  CellRcElement (*rc_element)(double soc_percent);
   state::Index charge, soc_lag, rc_voltage;
 };
-constexpr Battery kHv = {kHvBattery, hv_cell, state::hv_charge, state::hv_soc_lag, state::hv_rc_voltage};
-constexpr Battery kLv = {kLvBattery, lv_cell, state::lv_charge, state::lv_soc_lag, state::lv_rc_voltage};
-
-/// A battery after the balance of its bus.
-struct BatteryState {
-  double current;  ///< positive when it discharges [A]
-  double voltage;  ///< V
-};
+constexpr Battery kHv = {kHvBattery,       hv_source,         hv_rc_element,
+                         state::hv_charge, state::hv_soc_lag, state::hv_rc_voltage};
+constexpr Battery kLv = {kLvBattery,       lv_source,         lv_rc_element,
+                         state::lv_charge, state::lv_soc_lag, state::lv_rc_voltage};
 
 /// @param soc  state of charge, 0 to 1
-BatteryState run_battery(const Battery& battery, double into_battery, double soc) {
+/// @return     current, positive when it discharges [A]
+double run_battery(const Battery& battery, double into_battery, double soc) {
   const double current = -into_battery;
-  const BatteryCell cell = battery.cell(100.0 * x[battery.soc_lag]);
   u[battery.charge] = into_battery / battery.layout.strings;
   u[battery.soc_lag] = soc - x[battery.soc_lag];
-  u[battery.rc_voltage] = rc_voltage_rate(cell, current, x[battery.rc_voltage]);
-  return {current, battery_voltage(battery.layout, cell, current, x[battery.rc_voltage])};
+  u[battery.rc_voltage] =
+      rc_voltage_rate(battery.rc_element(100.0 * x[battery.soc_lag]), current, x[battery.rc_voltage]);
+  return current;
+}
+
+double bus_voltage(const Battery& battery, double current) {
+  return battery_voltage(battery.layout, battery.source(100.0 * x[battery.soc_lag]), current, x[battery.rc_voltage]);
 }
 
 void batteries() {
@@ -115,12 +112,8 @@ void batteries() {
   const double into_hv = -electrical.fc_hv_current + electrical.lv_hv_current + electrical.drive_current +
                          -electrical.hv_auxiliary_current + -electrical.compressor_hv_current + memory.heater_current;
   const double into_lv = -electrical.lv_load_current + -0.0 + -electrical.lv_lv_current;
-  const BatteryState hv = run_battery(kHv, into_hv, electrical.hv_soc);
-  const BatteryState lv = run_battery(kLv, into_lv, electrical.lv_soc);
-  electrical.hv_battery_current = hv.current;
-  electrical.lv_battery_current = lv.current;
-  next.hv_bus_voltage = hv.voltage;
-  next.lv_bus_voltage = lv.voltage;
+  electrical.hv_battery_current = run_battery(kHv, into_hv, electrical.hv_soc);
+  electrical.lv_battery_current = run_battery(kLv, into_lv, electrical.lv_soc);
 }
 
 }  // namespace
@@ -132,6 +125,16 @@ void power_network() {
   compressor_converter();
   loads();
   batteries();
+}
+
+void power_network_memories() {
+  next.stack_current = next.fc_power_current = -electrical.fc_current;
+  next.fc_efficiency = converter_efficiency(electrical.fc_hv_current);
+  next.lv_efficiency = converter_efficiency(electrical.lv_lv_current);
+  next.compressor_efficiency = compressor_converter_efficiency(electrical.compressor_hv_current);
+  next.heater_current = heater_bus_current(Tessera_B.cooling.heater_power, memory.hv_bus_voltage);
+  next.hv_bus_voltage = bus_voltage(kHv, electrical.hv_battery_current);
+  next.lv_bus_voltage = bus_voltage(kLv, electrical.lv_battery_current);
 }
 
 void count_battery_energies() {

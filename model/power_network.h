@@ -4,5 +4,8 @@
 /// electrical_network.h.
 void power_network();
 
+/// What the memories of the network take over; at the end of a major step.
+void power_network_memories();
+
 /// Adds what the batteries have discharged since the last tick of 10 ms; at the end of a major step.
 void count_battery_energies();

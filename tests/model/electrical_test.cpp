@@ -6,21 +6,24 @@ namespace {
 
 TEST(ElectricalNetwork, Batteries) {
   const auto value = [](auto cell_at, auto member) { return [=](double soc) { return cell_at(soc).*member; }; };
-  const auto open_circuit = &BatteryCell::open_circuit, series = &BatteryCell::series_resistance;
-  const auto R = &BatteryCell::rc_resistance, C = &BatteryCell::rc_capacitance;
+  const auto open_circuit = &CellSource::open_circuit, series = &CellSource::series_resistance;
+  const auto R = &CellRcElement::resistance, C = &CellRcElement::capacitance;
   constexpr double t = 6.85 / 60, beyond = 6.85 / 20;  // 26.85 degC lies outside most of the tables
-  expect_law<1>(value(hv_cell, open_circuit), {{0, 2.7}, {2.5, 3.1}, {17, 3.45}, {60, 3.7 + 0.5 / 13}, {96, 4.1}});
-  expect_law<1>(value(hv_cell, series), {{0, 0.192 + 0.0192 * t}, {15, 0.064 + 0.0064 * t}, {60, 0.048 + 0.0048 * t}});
-  expect_law<1>(value(hv_cell, R), {{0, 0.3}, {5, 0.2}, {15, 0.075}, {60, 0.05}});
-  expect_law<1>(value(lv_cell, open_circuit), {{0, 1.931}, {10, 1.9532}, {60, 2.0639}});
-  expect_law<1>(value(lv_cell, series), {{5, 0.021 - 0.014 * beyond}, {60, 0.002 - 0.001 * beyond}});
-  expect_law<1>(value(lv_cell, R), {{0, 0.003}, {5, 0.002}, {15, 0.00075}, {60, 0.0005}});
-  for (const auto cell : {hv_cell, lv_cell}) expect_law<1>(value(cell, C), {{0, 100}, {5, 250}, {15, 500}, {60, 600}});
-  static constexpr BatteryCell kCell = {3.7, 0.05, 400, 0.1};
-  const auto hv = [](double current, double rc) { return battery_voltage(kHvBattery, kCell, current, rc); };
+  expect_law<1>(value(hv_source, open_circuit), {{0, 2.7}, {2.5, 3.1}, {17, 3.45}, {60, 3.7 + 0.5 / 13}, {96, 4.1}});
+  expect_law<1>(value(hv_source, series),
+                {{0, 0.192 + 0.0192 * t}, {15, 0.064 + 0.0064 * t}, {60, 0.048 + 0.0048 * t}});
+  expect_law<1>(value(hv_rc_element, R), {{0, 0.3}, {5, 0.2}, {15, 0.075}, {60, 0.05}});
+  expect_law<1>(value(lv_source, open_circuit), {{0, 1.931}, {10, 1.9532}, {60, 2.0639}});
+  expect_law<1>(value(lv_source, series), {{5, 0.021 - 0.014 * beyond}, {60, 0.002 - 0.001 * beyond}});
+  expect_law<1>(value(lv_rc_element, R), {{0, 0.003}, {5, 0.002}, {15, 0.00075}, {60, 0.0005}});
+  for (const auto cell : {hv_rc_element, lv_rc_element})
+    expect_law<1>(value(cell, C), {{0, 100}, {5, 250}, {15, 500}, {60, 600}});
+  static constexpr CellSource kSource = {3.7, 0.05};
+  static constexpr CellRcElement kRcElement = {400, 0.1};
+  const auto hv = [](double current, double rc) { return battery_voltage(kHvBattery, kSource, current, rc); };
   expect_law<2>(hv, {{0, 0, 370}, {16, 2, 363}, {-16, -2, 377}});
-  EXPECT_DOUBLE_EQ(battery_voltage(kLvBattery, kCell, 16, 2), 15.4);
-  const auto rate = [](double current, double rc) { return rc_voltage_rate(kCell, current, rc); };
+  EXPECT_DOUBLE_EQ(battery_voltage(kLvBattery, kSource, 16, 2), 15.4);
+  const auto rate = [](double current, double rc) { return rc_voltage_rate(kRcElement, current, rc); };
   expect_law<2>(rate, {{8, 0, 0.02}, {8, 0.4, 0.01}, {8, 0.8, 0}});  // settles at I R
   expect_law<1>([](double charge) { return state_of_charge(kHvBattery, charge); }, {{10800, 0.6}, {18001, 1}, {-1, 0}});
   EXPECT_EQ(state_of_charge(kLvBattery, 27000), 0.5);
