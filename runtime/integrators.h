@@ -10,7 +10,7 @@
 /// Together with a clamp of the state in the output pass this keeps the state in its range without events.
 inline double limited_derivative(double x, double u, double lower, double upper) {
   const bool held_low = (x <= lower) & !(u > 0.0), held_high = (x >= upper) & !(u < 0.0);
-  return held_low | held_high ? 0.0 : u;
+  return (held_low | held_high) ? 0.0 : u;
 }
 
 /// Derivative a x + u of a first-order lag.

@@ -46,16 +46,16 @@ std::array<BrineValues, n> brine_values(const std::array<double, n>& T, double P
   std::array<double, n> rho, alpha, Cp, integral;
   for (std::size_t i = 0; i < n; ++i) {
     const double held = 0 >= T[i] ? kLowest : T[i];
-    rho[i] = brine::poly(brine, brine::kDensity, held);
-    alpha[i] = brine::alpha(brine, held);
-    Cp[i] = brine::poly(brine, brine::kCp, held);
-    integral[i] = brine::intCpdT(brine, held);
+    rho[i] = brine_laws::poly(brine, brine_laws::kDensity, held);
+    alpha[i] = brine_laws::alpha(brine, held);
+    Cp[i] = brine_laws::poly(brine, brine_laws::kCp, held);
+    integral[i] = brine_laws::intCpdT(brine, held);
   }
   std::array<BrineValues, n> values;
   for (std::size_t i = 0; i < n; ++i) {
-    const auto [v, v_ref] = brine::volumes(brine, rho[i], P);
+    const auto [v, v_ref] = brine_laws::volumes(brine, rho[i], P);
     const LiquidPoint p = {0 >= T[i] ? kLowest : T[i], P, brine.kappa, alpha[i], v, v_ref, Cp[i]};
-    const double h = brine::h(brine, p, integral[i]);
+    const double h = brine_laws::h(brine, p, integral[i]);
     values[i] = {.v = v, .h = h, .u = h - v * P, .Cp = Cp[i], .alpha = p.alfa_t() / v, .kappa = p.alfa_p() / v};
   }
   return values;

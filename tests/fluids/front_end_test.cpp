@@ -2,10 +2,12 @@
 
 #include "Vk_lib/Vk_fl_prop_lib/fl_prop_calc.h"
 
+#include <cmath>
 #include <limits>
 #include <utility>
 #include <vector>
 
+#include "Vk_lib/Vk_fl_prop_lib/direct.h"
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/AirHumide.h"
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/IdG.h"
 #include "fluids/fluid_test.h"
@@ -131,6 +133,34 @@ TEST_F(FrontEnd, UnknownCodesAndTypesAreRefused) {
   }
   for (const int type : {0, 4, 5, 7, -1}) {
     expect_refusal({"", type, nullptr, 0}, 1, "This fluid type has not been implemented!");
+  }
+}
+
+constexpr BrineVector kThinGlycol = [] {
+  BrineVector vector = kEthylene_Glycol_Water;
+  vector.conc = 30;
+  return vector;
+}();
+
+TEST_F(FrontEnd, DirectQuestionsGetTheSameBits) {
+  constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+  const auto expect_same = [](double value, double expected) {
+    EXPECT_TRUE(value == expected || (std::isnan(value) && std::isnan(expected))) << value << ' ' << expected;
+  };
+  constexpr std::array T = {-5.0, 0.0, 100.0, 280.0, 331.7, 1050.0, 2000.0, kNaN};
+  for (const double t : T) {
+    expect_same(direct::gas_Cp(kO2_IDG, t), ask(kOxygen, 5, t, 1e5));
+    expect_same(direct::gas_enthalpy(kN2_IDG, t), ask(kNitrogen, 2, t, 1e5));
+    expect_same(direct::air_Cp(t / 1e4), ask(kMoistAir, 5, 300, 1e5, t / 1e4));
+  }
+  for (const double P : {-1.0, 2e5}) {
+    const auto all = direct::brine_values<kThinGlycol>(T, P);
+    for (std::size_t i = 0; i < T.size(); ++i) {
+      const auto& [v, h, u, Cp, alpha, kappa] = all[i];
+      for (const auto& [code, value] : {std::pair{1, v}, {2, h}, {4, u}, {5, Cp}, {9, alpha}, {10, kappa}}) {
+        expect_same(value, ask(kThinCoolant, code, T[i], P));
+      }
+    }
   }
 }
 

@@ -9,7 +9,7 @@
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/FluidFile.h"
 
 namespace Vk_fl_prop_lib {
-using namespace brine;
+using namespace brine_laws;
 
 CBrine::CBrine(const double* vector) {
   BrineVector v{};
@@ -42,13 +42,13 @@ void CBrine::loadFile(FluidFile& file) {
   initCoeffs(read);
 }
 
-double CBrine::poly(int i, double T) const { return brine::poly(c, i, T); }
+double CBrine::poly(int i, double T) const { return brine_laws::poly(c, i, T); }
 
 double CBrine::tFreeze() const { return poly(kFreezing, c.conc) + 273.15; }
 
-double CBrine::alpha(double T) const { return brine::alpha(c, T); }
+double CBrine::alpha(double T) const { return brine_laws::alpha(c, T); }
 
-double CBrine::intCpdT(double T) const { return brine::intCpdT(c, T); }
+double CBrine::intCpdT(double T) const { return brine_laws::intCpdT(c, T); }
 
 double CBrine::intCpsTdT(double T) const {
   const auto& a = c.c[kCp];
@@ -67,9 +67,9 @@ double CBrine::intCpsTdT(double T) const {
          (dc4 * a[15] + I0) + dc4 * a[16] * I1 + dc5 * a[17] * I0;
 }
 
-LiquidPoint CBrine::at(double T, double P) const { return brine::at(c, T, P); }
+LiquidPoint CBrine::at(double T, double P) const { return brine_laws::at(c, T, P); }
 
-double CBrine::h(const LiquidPoint& p) const { return brine::h(c, p, intCpdT(p.T)); }
+double CBrine::h(const LiquidPoint& p) const { return brine_laws::h(c, p, intCpdT(p.T)); }
 
 double CBrine::u(const LiquidPoint& p) const { return h(p) - p.v * p.P; }
 

@@ -9,7 +9,7 @@
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/Brine_vectors.h"
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/LiquidPoint.h"
 
-namespace Vk_fl_prop_lib::brine {
+namespace Vk_fl_prop_lib::brine_laws {
 
 enum Polynomial { kFreezing, kDensity, kCp, kConductivity, kLogViscosity };
 
@@ -68,4 +68,4 @@ constexpr double h(const BrineVector& c, const LiquidPoint& p, double integral) 
   return integral - (1 - p.alpha * p.T) * p.v / c.kappa + (1 - p.alpha * p.T) * p.v_ref / c.kappa;
 }
 
-}  // namespace Vk_fl_prop_lib::brine
+}  // namespace Vk_fl_prop_lib::brine_laws
