@@ -39,7 +39,8 @@ std::vector<Write> Assignments::parse(const std::string& option, const std::stri
   const std::string name(trimmed(std::string_view(text).substr(0, equals)));
   const Variable& variable = find_settable(option, name, during_run);
   std::vector<Write> writes = {{&variable, parse_value(option, variable, text.substr(equals + 1))}};
-  if (const Variable* gate = gate_of(variable); gate != nullptr && open_gates_) writes.push_back({gate, 1.0});
+  if (const Variable* gate = gate_of(description_, variable); gate != nullptr && open_gates_)
+    writes.push_back({gate, 1.0});
   return writes;
 }
 
@@ -107,11 +108,11 @@ double Assignments::parse_value(const std::string& option, const Variable& varia
   return *value;
 }
 
-const Variable* Assignments::gate_of(const Variable& parameter) const {
+const Variable* gate_of(const ModelDescription& description, const Variable& parameter) {
   constexpr std::string_view kSet = "_set";
   if (parameter.type != VariableType::kReal || !parameter.name.ends_with(kSet)) return nullptr;
   const std::string stem = parameter.name.substr(0, parameter.name.size() - kSet.size());
-  const Variable* gate = description_.find(stem + "_gate");
+  const Variable* gate = description.find(stem + "_gate");
   return gate != nullptr && gate->type == VariableType::kBoolean ? gate : nullptr;
 }
 

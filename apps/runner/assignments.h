@@ -15,6 +15,9 @@ struct TimedWrites {
   std::vector<Write> writes;
 };
 
+/// The Boolean X_gate that decides whether the unit takes the Real parameter X_set; null if `parameter` has none.
+const Variable* gate_of(const ModelDescription& description, const Variable& parameter);
+
 /// How texts of the command line become writes to variables.
 ///
 /// A variable is named by its name in the description, a Real also by its value reference alone ("148"), a Boolean as
@@ -38,7 +41,6 @@ class Assignments {
   std::vector<Write> parse(const std::string& option, const std::string& text, bool during_run) const;
   const Variable& find_settable(const std::string& option, const std::string& name, bool during_run) const;
   double parse_value(const std::string& option, const Variable& variable, const std::string& text) const;
-  const Variable* gate_of(const Variable& parameter) const;
 
   const ModelDescription& description_;
   bool open_gates_;

@@ -1,24 +1,29 @@
 #include "apps/runner/info.h"
 
 #include <algorithm>
-#include <array>
 #include <iostream>
 #include <nlohmann/json.hpp>
 #include <string_view>
 
 #include "apps/runner/errors.h"
 #include "apps/runner/model_description.h"
+#include "apps/runner/table.h"
 #include "apps/runner/text.h"
 #include "apps/runner/unit_archive.h"
 
 namespace runner {
 namespace {
 
-std::vector<const Variable*> filtered(const ModelDescription& description, const std::vector<std::string>& filters) {
+std::vector<const Variable*> filtered(const ModelDescription& description, const InfoOptions& options) {
+  const std::vector<std::string>& filters = options.filters;
   std::vector<const Variable*> chosen;
   for (const Variable& variable : description.variables) {
     const auto matches = [&](const std::string& filter) { return matches_pattern(variable.name, filter); };
+    if (!options.causality.empty() && variable.causality != options.causality) continue;
     if (filters.empty() || std::any_of(filters.begin(), filters.end(), matches)) chosen.push_back(&variable);
+  }
+  if (chosen.empty() && filters.empty()) {
+    throw Error(ExitCode::kUsage, "--causality '" + options.causality + "': the unit has no such variable");
   }
   if (chosen.empty()) {
     std::vector<std::string_view> names;
@@ -27,12 +32,6 @@ std::vector<const Variable*> filtered(const ModelDescription& description, const
                 "--filter '" + filters.front() + "': matches no variable" + did_you_mean(filters.front(), names));
   }
   return chosen;
-}
-
-/// Columns that a text takes on a terminal, counting each UTF-8 character as one.
-std::size_t width(const std::string& text) {
-  return static_cast<std::size_t>(
-      std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
 }
 
 void print_table(const ModelDescription& description, const std::vector<const Variable*>& variables) {
@@ -46,25 +45,12 @@ void print_table(const ModelDescription& description, const std::vector<const Va
   line("interval    ", description.step_size + (description.step_size.empty() ? "" : " s"));
   std::cout << "\n";
 
-  constexpr std::size_t kColumns = 7;
-  std::vector<std::array<std::string, kColumns>> rows = {
-      {"ref", "name", "type", "causality", "unit", "start", "description"}};
+  std::vector<std::vector<std::string>> rows = {{"ref", "name", "type", "causality", "unit", "start", "description"}};
   for (const Variable* v : variables) {
     rows.push_back({std::to_string(v->reference), v->name, type_name(v->type), v->causality, v->unit,
                     v->start.value_or(""), v->description});
   }
-  std::array<std::size_t, kColumns> widths{};
-  for (const auto& row : rows) {
-    for (std::size_t i = 0; i < kColumns; ++i) widths[i] = std::max(widths[i], width(row[i]));
-  }
-  for (const auto& row : rows) {
-    std::string text;
-    for (std::size_t i = 0; i < kColumns; ++i) {
-      const std::string padding(widths[i] - width(row[i]), ' ');
-      text += i == 0 ? padding + row[i] : "  " + row[i] + padding;  // numbers to the right
-    }
-    std::cout << text.substr(0, text.find_last_not_of(' ') + 1) << "\n";
-  }
+  std::cout << table_text(rows, "rllllll");
 }
 
 void print_json(const ModelDescription& description, const std::vector<const Variable*>& variables) {
@@ -105,7 +91,11 @@ void print_json(const ModelDescription& description, const std::vector<const Var
 
 void info(const InfoOptions& options) {
   const ModelDescription description = load_model_description(UnitArchive(options.unit));
-  const std::vector<const Variable*> variables = filtered(description, options.filters);
+  const std::vector<const Variable*> variables = filtered(description, options);
+  if (options.names_only) {
+    for (const Variable* variable : variables) std::cout << variable->name << "\n";
+    return;
+  }
   options.as_json ? print_json(description, variables) : print_table(description, variables);
 }
 

@@ -9,6 +9,8 @@ namespace runner {
 struct InfoOptions {
   std::filesystem::path unit;
   std::vector<std::string> filters;  ///< patterns of variable names; empty: all
+  std::string causality;             ///< of the variables to list; empty: any
+  bool names_only = false;
   bool as_json = false;
 };
 

@@ -31,6 +31,7 @@ class Reader {
     result_.description = text(root_, "description");
     result_.version = text(root_, "version");
     result_.guid = text(root_, "guid");
+    result_.generation_tool = text(root_, "generationTool");
     read_identifier();
     const pugi::xml_node experiment = root_.child("DefaultExperiment");
     result_.stop_time = text(experiment, "stopTime");

@@ -37,7 +37,7 @@ struct Unknown {
 
 /// modelDescription.xml of a co-simulation unit. Texts are empty where the description is silent.
 struct ModelDescription {
-  std::string fmi_version, model_name, description, version, guid, model_identifier;
+  std::string fmi_version, model_name, description, version, guid, model_identifier, generation_tool;
   std::string stop_time, step_size;  ///< of the DefaultExperiment, in seconds, as written
   std::vector<Variable> variables;   ///< in the order of the description
   std::vector<Unit> units;

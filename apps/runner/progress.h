@@ -7,11 +7,16 @@
 
 namespace runner {
 
-/// Tells on standard error how far a run is: a bar that renews itself on a terminal, a line every ten percent
-/// elsewhere.
+enum class ProgressMode {
+  kAuto,  ///< a bar that renews itself on a terminal, a line every ten percent elsewhere
+  kJson,  ///< a JSON object a line, at most ten a second, and one at the end
+  kNone
+};
+
+/// Tells on standard error how far a run is.
 class Progress {
  public:
-  Progress(Milliseconds stop, bool is_quiet);
+  Progress(Milliseconds stop, ProgressMode mode);
   ~Progress() { clear(); }
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
@@ -26,9 +31,10 @@ class Progress {
 
  private:
   std::string status(Milliseconds now) const;
+  std::string json(Milliseconds now) const;
 
   Milliseconds stop_;
-  bool is_quiet_;
+  ProgressMode mode_;
   bool is_terminal_;
   bool is_drawn_ = false;
   int told_tenths_ = 0;

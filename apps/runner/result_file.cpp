@@ -38,7 +38,12 @@ ResultFile::ResultFile(const fs::path& name) : name_(name), descriptor_(-1) {
 }
 
 ResultFile::~ResultFile() {
-  if (descriptor_ >= 0) close(descriptor_);
+  if (descriptor_ < 0) return;
+  if (size_ == 0) {
+    discard();
+  } else {
+    close(descriptor_);
+  }
 }
 
 void ResultFile::append(std::string_view lines) {

@@ -7,18 +7,20 @@
 
 namespace runner {
 
-/// A file of lines that takes its name only when it is complete: lines go to NAME.part, publish() renames that to NAME.
-/// A former NAME stays untouched until then. If NAME is a device or a pipe, it is written directly.
+/// A file of lines, or of bytes in one piece, that takes its name only when it is complete: lines go to NAME.part,
+/// publish() renames that to NAME. A former NAME stays untouched until then. If NAME is a device or a pipe, it is
+/// written directly.
 class ResultFile {
  public:
   /// Opens NAME.part for writing, so that an impossible name shows before the run.
   /// @throws Error kFile if it cannot be opened or another process is writing it
   explicit ResultFile(const std::filesystem::path& name);
-  ~ResultFile();
+  ~ResultFile();  ///< removes a NAME.part in which there is nothing
   ResultFile(const ResultFile&) = delete;
   ResultFile& operator=(const ResultFile&) = delete;
 
-  /// Appends whole lines. If not all of it can be written, NAME.part keeps the whole lines that fitted.
+  /// Appends whole lines, or all bytes at once. If not all of it can be written, NAME.part keeps the whole lines that
+  /// fitted.
   /// @throws Error kFile naming the reason
   void append(std::string_view lines);
 
@@ -30,6 +32,7 @@ class ResultFile {
 
   std::uint64_t lines() const { return lines_; }  ///< in the file so far
   bool has_failed() const { return has_failed_; }
+  bool is_direct() const { return is_direct_; }  ///< Is NAME a device or a pipe?
 
   /// Where the lines are now: NAME.part, and NAME after publish().
   const std::filesystem::path& location() const { return location_; }

@@ -1,161 +1,125 @@
 #include "apps/runner/run.h"
 
-#include <signal.h>
-
-#include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <iostream>
+#include <memory>
+#include <optional>
 #include <utility>
 
-#include "apps/runner/assignments.h"
-#include "apps/runner/csv_writer.h"
 #include "apps/runner/errors.h"
 #include "apps/runner/model_description.h"
 #include "apps/runner/progress.h"
 #include "apps/runner/result_file.h"
+#include "apps/runner/result_writer.h"
+#include "apps/runner/run_record.h"
 #include "apps/runner/signals.h"
+#include "apps/runner/simulation.h"
+#include "apps/runner/statistics.h"
 #include "apps/runner/summary.h"
+#include "apps/runner/table.h"
 #include "apps/runner/text.h"
 #include "apps/runner/unit_archive.h"
-#include "apps/runner/unit_instance.h"
 #include "apps/runner/unit_library.h"
 
 namespace runner {
 namespace {
 
-/// A run as the options and the description settle it.
-struct Plan {
-  Milliseconds stop;
-  Milliseconds interval;
-  std::vector<const Variable*> outputs;
-  std::vector<Write> start;
-  std::vector<TimedWrites> changes;  ///< in the order of time
-};
-
-/// A time that the option gives or, failing that, the description.
-Milliseconds choose_time(const std::optional<std::string>& given, const std::string& described, const char* option,
-                         const char* attribute, Milliseconds least) {
-  if (given) return parse_time(*given, option, least);
-  if (described.empty()) {
-    throw Error(ExitCode::kUsage, std::string("the model description proposes no ") + attribute + "; give " + option);
-  }
-  return parse_time(described, std::string(attribute) + " of the model description, without " + option, least);
-}
-
-Plan make_plan(const RunOptions& options, const ModelDescription& description) {
-  Plan plan;
-  plan.stop = choose_time(options.stop_time, description.stop_time, "--stop-time", "stopTime", 0);
-  plan.interval = choose_time(options.output_interval, description.step_size, "--output-interval", "stepSize", 1);
-  plan.outputs = select_outputs(description, options.output_variables);
-
-  const Assignments assignments(description, !options.keep_gates);
-  for (const std::string& text : options.start_values) {
-    for (const Write& write : assignments.start_value(text)) plan.start.push_back(write);
-  }
-  for (const std::string& text : options.changes) plan.changes.push_back(assignments.set_at(text, plan.stop));
-  std::stable_sort(plan.changes.begin(), plan.changes.end(),
-                   [](const TimedWrites& a, const TimedWrites& b) { return a.time < b.time; });
-  return plan;
-}
-
-/// Reads the chosen outputs of both types in one call each, and puts them in the order of the columns.
-class OutputReader {
+/// The rows of a run and what is made of them.
+class Rows {
  public:
-  explicit OutputReader(const std::vector<const Variable*>& outputs) : values_(outputs.size()) {
-    for (std::size_t column = 0; column < outputs.size(); ++column) {
-      const bool is_real = outputs[column]->type == VariableType::kReal;
-      (is_real ? real_columns_ : boolean_columns_).push_back(column);
-      (is_real ? real_references_ : boolean_references_).push_back(outputs[column]->reference);
+  Rows(const RunOptions& options, const Plan& plan) : plan_(plan), file_(options.output_file), summary_(plan.outputs) {
+    std::vector<std::string_view> names;
+    for (const Variable* output : plan.outputs) names.push_back(output->name);
+    writer_ = make_result_writer(options.output_file, file_, names);
+    if (options.show_stats) statistics_.emplace(names.size());
+    if (!options.reference_file.empty()) {
+      table_.emplace();
+      table_->names.assign(names.begin(), names.end());
+      table_->columns.resize(names.size());
     }
-    reals_.resize(real_columns_.size());
-    booleans_.resize(boolean_columns_.size());
   }
 
-  std::span<const double> read(UnitInstance& unit) {
-    if (!reals_.empty()) unit.read(real_references_, std::span(reals_));
-    if (!booleans_.empty()) unit.read(boolean_references_, std::span(booleans_));
-    for (std::size_t i = 0; i < reals_.size(); ++i) values_[real_columns_[i]] = reals_[i];
-    for (std::size_t i = 0; i < booleans_.size(); ++i) values_[boolean_columns_[i]] = booleans_[i] != fmi2False;
-    return values_;
+  void add(Milliseconds time, std::span<const double> values) {
+    writer_->row(time, values);
+    summary_.add(time, values);
+    if (statistics_) statistics_->add(time, values);
+    if (!table_) return;
+    table_->time.push_back(seconds(time));
+    for (std::size_t i = 0; i < values.size(); ++i) table_->columns[i].push_back(values[i]);
+  }
+  void finish() {
+    if (!file_.has_failed()) writer_->finish();
+  }
+  std::uint64_t count() const { return writer_->rows(); }
+  ResultFile& file() { return file_; }
+  const Summary& summary() const { return summary_; }
+  const ResultTable& table() const { return *table_; }
+
+  void print_summary() const {
+    for (const Summary::Figure& figure : summary_.figures()) {
+      std::printf("%-15s %s\n", figure.title.c_str(), figure.text.c_str());
+    }
+    std::printf("rows            %llu\n", static_cast<unsigned long long>(count()));
+    std::printf("variables       %zu\n", plan_.outputs.size());
+    std::printf("file            %s\n", file_.location().c_str());
+  }
+
+  void print_statistics() const {
+    if (!statistics_) return;
+    std::vector<std::vector<std::string>> table = {{"output", "least", "largest", "mean", "last", "unit"}};
+    for (std::size_t i = 0; i < plan_.outputs.size(); ++i) {
+      const Statistics::Signal& signal = statistics_->signal(i);
+      std::vector<std::string> row = {plan_.outputs[i]->name};
+      for (const double value : {signal.least, signal.largest, statistics_->mean(i), signal.last}) {
+        char text[kNumberWidth];
+        std::snprintf(text, sizeof text, "%.6g", value);
+        row.emplace_back(text);
+      }
+      row.push_back(plan_.outputs[i]->unit);
+      table.push_back(row);
+    }
+    std::printf("\n%s", table_text(table, "lrrrrl").c_str());
   }
 
  private:
-  std::vector<std::size_t> real_columns_, boolean_columns_;
-  std::vector<fmi2ValueReference> real_references_, boolean_references_;
-  std::vector<fmi2Real> reals_;
-  std::vector<fmi2Boolean> booleans_;
-  std::vector<double> values_;
+  const Plan& plan_;
+  ResultFile file_;
+  std::unique_ptr<ResultWriter> writer_;
+  Summary summary_;
+  std::optional<Statistics> statistics_;
+  std::optional<ResultTable> table_;  ///< for the comparison
 };
 
-void write_row(CsvWriter& csv, Summary& summary, const Plan& plan, Milliseconds now, std::span<const double> values,
-               bool allow_non_finite) {
-  csv.row(now, values);
-  summary.add(now, values);
-  if (allow_non_finite) return;
-  const auto bad = std::find_if_not(values.begin(), values.end(), [](double value) { return std::isfinite(value); });
-  if (bad == values.end()) return;
-  const Variable& variable = *plan.outputs[static_cast<std::size_t>(bad - values.begin())];
-  throw Error(ExitCode::kNonFinite, variable.name + " is " + number_text(*bad) + " at " + seconds_text(now) +
-                                        " s (with --allow-non-finite the run goes on)");
-}
-
-void stop_if_signalled(Milliseconds now) {
-  if (noted_signal() == SIGINT) throw Error(ExitCode::kCancelled, "cancelled at " + seconds_text(now) + " s");
-  if (noted_signal() == SIGTERM) throw Error(ExitCode::kTerminated, "terminated at " + seconds_text(now) + " s");
-}
-
-/// Steps the unit through the plan. `now` is at any moment the time that the unit has reached.
-void simulate(UnitInstance& unit, const Plan& plan, bool allow_non_finite, CsvWriter& csv, Summary& summary,
-              Progress& progress, Milliseconds& now) {
-  OutputReader outputs(plan.outputs);
-  unit.write(plan.start);
-  unit.initialize(plan.stop);
-  write_row(csv, summary, plan, now, outputs.read(unit), allow_non_finite);
-
-  Milliseconds next_row = std::min(plan.interval, plan.stop);
-  auto change = plan.changes.begin();
-  while (now < plan.stop) {
-    stop_if_signalled(now);
-    for (; change != plan.changes.end() && change->time == now; ++change) unit.write(change->writes);
-    Milliseconds next = std::min(next_row, now + longest_step(now));
-    if (change != plan.changes.end()) next = std::min(next, change->time);
-    unit.do_step(now, next);
-    now = next;
-    if (now == next_row) {
-      write_row(csv, summary, plan, now, outputs.read(unit), allow_non_finite);
-      next_row = std::min(next_row + plan.interval, plan.stop);
+void refuse_to_overwrite(const RunOptions& options) {
+  for (const std::filesystem::path& written : {options.output_file, std::filesystem::path(options.log_file)}) {
+    std::error_code ignored;
+    if (std::filesystem::equivalent(written, options.unit, ignored)) {
+      throw Error(ExitCode::kUsage, "'" + written.string() + "' is the unit itself; give the results another name");
     }
-    progress.update(now);
+    if (std::filesystem::equivalent(written, options.reference_file, ignored)) {
+      throw Error(ExitCode::kUsage, "'" + written.string() + "' is the reference; give the results another name");
+    }
   }
 }
 
-std::string state_text(const std::vector<Error>& failures, const Plan& plan, Milliseconds now) {
-  if (failures.empty()) return "finished";
-  const std::string where = " at " + seconds_text(now) + " s of " + seconds_text(plan.stop) + " s";
-  switch (failures.front().code()) {
-    case ExitCode::kCancelled:
-      return "cancelled" + where;
-    case ExitCode::kTerminated:
-      return "terminated" + where;
-    case ExitCode::kNonFinite:
-      return "stopped by a non-finite output" + where;
-    case ExitCode::kUnitError:
-      return "stopped by an error of the unit" + where;
-    default:
-      return "stopped by a file error" + where;
-  }
+std::optional<Comparison> read_reference(const RunOptions& options, const Plan& plan) {
+  if (options.reference_file.empty()) return std::nullopt;
+  std::optional<Comparison> comparison(std::in_place, read_result_csv(options.reference_file), options.tolerances,
+                                       options.output_variables);
+  if (plan.record_from > 0) comparison->start_at(seconds(plan.record_from));
+  return comparison;
 }
 
-void print_summary(const ResultFile& file, const Summary& summary, const Plan& plan, Milliseconds now, double wall,
-                   const std::string& state) {
-  for (const std::string& line : summary.lines()) std::printf("%s\n", line.c_str());
-  std::printf("rows            %llu\n", static_cast<unsigned long long>(file.lines() - 1));
-  std::printf("variables       %zu\n", plan.outputs.size());
-  std::printf("file            %s\n", file.location().c_str());
-  std::printf("simulated time  %s s\n", seconds_text(now).c_str());
-  std::printf("wall time       %.3f s (%.3g times real time)\n", wall, seconds(now) / wall);
-  std::printf("state           %s\n", state.c_str());
+/// @return the record's own exit code, or why it could not be written
+ExitCode write_record(ResultFile& file, const RunRecord& record) {
+  try {
+    file.append(record_text(record));
+    file.publish();
+  } catch (const Error& error) {
+    std::cerr << "tessera: " << error.what() << "\n";
+    if (record.exit_code == ExitCode::kOk) return error.code();
+  }
+  return record.exit_code;
 }
 
 }  // namespace
@@ -164,50 +128,72 @@ ExitCode run(const RunOptions& options) {
   const UnitArchive archive(options.unit);
   const ModelDescription description = load_model_description(archive);
   const Plan plan = make_plan(options, description);
-  for (const std::filesystem::path& written : {options.output_file, std::filesystem::path(options.log_file)}) {
-    std::error_code ignored;
-    if (std::filesystem::equivalent(written, options.unit, ignored)) {
-      throw Error(ExitCode::kUsage, "'" + written.string() + "' is the unit itself; give the results another name");
-    }
-  }
+  refuse_to_overwrite(options);
+  const std::optional<Comparison> comparison = read_reference(options, plan);
 
   note_ending_signals();
-  ResultFile file(options.output_file);
-  std::vector<std::string_view> names;
-  for (const Variable* output : plan.outputs) names.push_back(output->name);
-  CsvWriter csv(file, names);
-  Summary summary(plan.outputs);
-  Progress progress(plan.stop, options.is_quiet);
+  Rows rows(options, plan);
+  std::optional<ResultFile> record_file;
+  if (!rows.file().is_direct()) record_file.emplace(record_path(options.output_file));
+  const auto started = std::chrono::system_clock::now();
+  Progress progress(plan.stop, options.is_quiet ? ProgressMode::kNone : options.progress);
 
-  // Whatever fails, the steps after it that save results and free the unit are still taken.
-  std::vector<Error> failures;
+  // Whatever fails, the steps after it that save results are still taken.
+  Played played;
   const auto attempt = [&](const auto& action) {
     try {
       action();
     } catch (const Error& error) {
-      failures.push_back(error);
+      played.failures.push_back(error);
     }
   };
-  Milliseconds now = 0;
+  std::size_t warnings = 0;
+  std::size_t errors = 0;
   attempt([&] {
     UnitLog log(options.log_level, options.log_file, [&] { progress.clear(); });
     const UnitLibrary library(archive, description.model_identifier);
-    UnitInstance unit(library, description.model_name, description.guid, log);
-    attempt([&] { simulate(unit, plan, options.allow_non_finite, csv, summary, progress, now); });
-    attempt([&] { unit.finish(); });
+    played = play(
+        library, description, plan, log,
+        [&](Milliseconds time, std::span<const double> values) { rows.add(time, values); },
+        [&](Milliseconds now) { progress.update(now); });
+    warnings = log.warning_count();
+    errors = log.error_count();
     log.close();
   });
   const double wall = progress.elapsed();
   progress.clear();
+  attempt([&] { rows.finish(); });
+  const bool has_rows = rows.count() > 0;
   attempt([&] {
-    if (!file.has_failed()) csv.flush();
-    if (file.lines() < 2) return file.discard();
-    if (!file.has_failed()) file.publish();
+    if (!has_rows) return rows.file().discard();
+    if (!rows.file().has_failed()) rows.file().publish();
   });
+  for (const Error& error : played.failures) std::cerr << "tessera: " << error.what() << "\n";
+  if (!has_rows) return played.failures.empty() ? ExitCode::kOk : played.failures.front().code();
 
-  for (const Error& error : failures) std::cerr << "tessera: " << error.what() << "\n";
-  if (file.lines() > 1) print_summary(file, summary, plan, now, wall, state_text(failures, plan, now));
-  return failures.empty() ? ExitCode::kOk : failures.front().code();
+  rows.print_summary();
+  std::printf("simulated time  %s s\n", seconds_text(played.reached).c_str());
+  std::printf("wall time       %.3f s (%.3g times real time)\n", wall, seconds(played.reached) / wall);
+  std::printf("state           %s\n", state_text(played, plan).c_str());
+  rows.print_statistics();
+  ExitCode code = played.failures.empty() ? ExitCode::kOk : played.failures.front().code();
+  if (comparison) {
+    std::printf("\n");
+    const ExitCode agreement = comparison->print(rows.table());
+    if (code == ExitCode::kOk) code = agreement;
+  }
+  if (!record_file || rows.file().has_failed()) return code;
+  return write_record(*record_file, {.options = options,
+                                     .description = description,
+                                     .plan = plan,
+                                     .played = played,
+                                     .summary = rows.summary(),
+                                     .started = started,
+                                     .wall_time = wall,
+                                     .rows = rows.count(),
+                                     .warnings = warnings,
+                                     .errors = errors,
+                                     .exit_code = code});
 }
 
 }  // namespace runner

@@ -14,8 +14,6 @@ std::string format(const char* pattern, Values... values) {
   return text;
 }
 
-std::string line(const char* title, const std::string& text) { return format("%-16s", title) + text; }
-
 }  // namespace
 
 void Summary::Extremes::add(Milliseconds time, std::span<const double> values) {
@@ -72,17 +70,17 @@ std::string Summary::extremes_text(const Extremes& extremes, const char* unit) c
   return text(extremes.least) + " to " + text(extremes.largest);
 }
 
-std::vector<std::string> Summary::lines() const {
-  std::vector<std::string> lines;
-  if (rows_ < 2) return lines;
+std::vector<Summary::Figure> Summary::figures() const {
+  std::vector<Figure> figures;
+  if (rows_ < 2) return figures;
 
   const double distance = distance_ != kNone ? last(distance_) - first(distance_) : 0.0;  // km
   const double hydrogen = hydrogen_ != kNone ? first(hydrogen_) - last(hydrogen_) : 0.0;  // kg
-  if (distance_ != kNone) lines.push_back(line("distance", format("%.2f km", distance)));
+  if (distance_ != kNone) figures.push_back({"distance", format("%.2f km", distance)});
   if (hydrogen_ != kNone) {
     std::string text = format("%.4f kg", hydrogen);
     if (distance > 0.1) text += format(" (%.3g kg/100 km)", 100.0 * hydrogen / distance);
-    lines.push_back(line("hydrogen used", text));
+    figures.push_back({"hydrogen used", text});
   }
   if (power_ != kNone) {
     std::string text = format("%.3f kWh", stack_energy_ / 3.6e6);
@@ -90,19 +88,19 @@ std::vector<std::string> Summary::lines() const {
       text += format(", mean efficiency %.1f %% (lower heating value)",
                      100.0 * stack_energy_ / (hydrogen * kLowerHeatingValue));
     }
-    lines.push_back(line("stack energy", text));
+    figures.push_back({"stack energy", text});
   }
   const auto from_to = [&](const char* title, std::size_t column, const char* unit) {
     if (column == kNone) return;
-    lines.push_back(
-        line(title, format("%.4g %s at the start, %.4g %s at the end", first(column), unit, last(column), unit)));
+    figures.push_back(
+        {title, format("%.4g %s at the start, %.4g %s at the end", first(column), unit, last(column), unit)});
   };
   from_to("HV battery", hv_battery_, "%");
   from_to("LV battery", lv_battery_, "%");
   from_to("tank", tank_, "bar");
-  if (!temperatures_.columns.empty()) lines.push_back(line("temperatures", extremes_text(temperatures_, "degC")));
-  if (!pressures_.columns.empty()) lines.push_back(line("pressures", extremes_text(pressures_, "bar")));
-  return lines;
+  if (!temperatures_.columns.empty()) figures.push_back({"temperatures", extremes_text(temperatures_, "degC")});
+  if (!pressures_.columns.empty()) figures.push_back({"pressures", extremes_text(pressures_, "bar")});
+  return figures;
 }
 
 }  // namespace runner

@@ -20,8 +20,12 @@ class Summary {
   /// Takes in a row; `values` has one value an output.
   void add(Milliseconds time, std::span<const double> values);
 
-  /// The lines, each a title of 16 characters and its figures. Empty before the second row.
-  std::vector<std::string> lines() const;
+  struct Figure {
+    std::string title, text;
+  };
+
+  /// The figures. Empty before the second row.
+  std::vector<Figure> figures() const;
 
  private:
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);

@@ -46,6 +46,7 @@ void UnitLog::callback(fmi2ComponentEnvironment environment, fmi2String, fmi2Sta
                        fmi2String message, ...) {
   UnitLog& log = *static_cast<UnitLog*>(environment);
   const LogLevel severity = severity_of(status);
+  if (severity == LogLevel::kWarning) ++log.warning_count_;
   // Every communication step brings two lines of information: they must cost nothing when nobody wants them.
   if ((severity > log.level_ && severity != LogLevel::kError) || message == nullptr) return;
 

@@ -26,6 +26,7 @@ class UnitLog {
 
   LogLevel level() const { return level_; }
   std::size_t error_count() const { return error_count_; }
+  std::size_t warning_count() const { return warning_count_; }  ///< also of those that the level drops
   const std::string& last_error() const { return last_error_; }
 
   /// Closes the log file.
@@ -44,6 +45,7 @@ class UnitLog {
   std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
   std::function<void()> before_;
   std::size_t error_count_ = 0;
+  std::size_t warning_count_ = 0;
   std::string last_error_;
   std::string text_;  ///< message being formatted; grows as needed
 };

@@ -70,7 +70,8 @@ TEST_F(ProgramTest, WhateverEndsARunItKeepsItsRows) {
                 "stopped by a non-finite output", 1},
                {"nan_at=0.9 --allow-non-finite", 0, "", "finished", 3},
                {"signal=2", 130, "tessera: cancelled at 0.5 s", "cancelled at 0.5 s of 3 s", 0.5},
-               {"signal=15", 143, "tessera: terminated at 0.5 s", "terminated at 0.5 s of 3 s", 0.5}};
+               {"signal=15", 143, "tessera: terminated at 0.5 s", "terminated at 0.5 s of 3 s", 0.5},
+               {"bad_end=0 --timeout 1e-9", 124, "tessera: timed out at 0 s", "timed out at 0 s of 3 s", 0}};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.start);
     write("results.csv", "old");
@@ -90,6 +91,7 @@ TEST_F(ProgramTest, AWriteErrorKeepsTheOldResultsAndTheWholeRowsOfTheNew) {
   EXPECT_EQ(outcome.code, 5);
   EXPECT_EQ(outcome.errors, "tessera: cannot write 'results.csv.part': File too large\n");
   EXPECT_EQ(read("results.csv"), "old");
+  EXPECT_FALSE(exists("results.meta.json") || exists("results.meta.json.part"));
   const std::string part = read("results.csv.part");
   ASSERT_GT(part.size(), 1'120'000U);
   EXPECT_EQ(part.back(), '\n');
