@@ -2,9 +2,11 @@
 //
 // Built once more with MOCK_IS_FAULTY it accepts any GUID, names no platform and puts out a NaN.
 
+#include <algorithm>
 #include <cmath>
 #include <csignal>
 #include <cstring>
+#include <iterator>
 #include <limits>
 
 #include "fmi/fmi2.h"
@@ -15,8 +17,9 @@ namespace {
 enum { kTemperature, kSteps, kLastWrite, kTemperatureSet, kFailAt, kNanAt, kSignal, kBadEnd };
 enum { kGate, kIsOpen };
 
-fmi2Real g_reals[] = {20.0, 0.0, 0.0, 45.0, 1e9, MOCK_IS_FAULTY ? 0.0 : 1e9, 0.0, 0.0};
-fmi2Boolean g_booleans[] = {fmi2False, fmi2False};
+constexpr fmi2Real kRealsAtStart[] = {20.0, 0.0, 0.0, 45.0, 1e9, MOCK_IS_FAULTY ? 0.0 : 1e9, 0.0, 0.0};
+fmi2Real g_reals[std::size(kRealsAtStart)];
+fmi2Boolean g_booleans[2];
 double g_clock = 0.0;
 const fmi2CallbackFunctions* g_callbacks = nullptr;
 
@@ -54,6 +57,9 @@ const char* fmi2GetTypesPlatform() { return MOCK_IS_FAULTY ? "" : "default"; }
 fmi2Component fmi2Instantiate(fmi2String, fmi2Type, fmi2String guid, fmi2String, const fmi2CallbackFunctions* functions,
                               fmi2Boolean, fmi2Boolean) {
   g_callbacks = functions;
+  std::copy(std::begin(kRealsAtStart), std::end(kRealsAtStart), g_reals);
+  std::fill(std::begin(g_booleans), std::end(g_booleans), fmi2False);
+  g_clock = 0.0;
   return MOCK_IS_FAULTY || std::strcmp(guid, "{mock}") == 0 ? g_reals : nullptr;
 }
 
