@@ -1,8 +1,9 @@
 # Sourced by run.sh, test.sh and .ci/run: packages, and commands whose output goes to a log.
 
 # What building, running and testing need, as Debian packages.
-build_packages=(binutils cmake g++ libcli11-dev libgmock-dev libgtest-dev libpugixml-dev libxml2-utils libzip-dev
-  ninja-build nlohmann-json3-dev pkg-config)
+build_packages=(binutils cmake g++ libcli11-dev libgmock-dev libgtest-dev libjs-dygraphs libopenmpi-dev
+  libpugixml-dev libtomlplusplus-dev libxml2-utils libzip-dev ninja-build nlohmann-json3-dev openmpi-bin
+  pkg-config)
 
 # Installs those of the named packages that are missing; as root, or through sudo.
 install_missing() {
