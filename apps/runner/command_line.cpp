@@ -2,9 +2,11 @@
 
 #include <CLI/CLI.hpp>
 #include <filesystem>
+#include <functional>
 #include <iostream>
+#include <optional>
 #include <string>
-#include <type_traits>
+#include <variant>
 #include <vector>
 
 #include "apps/runner/compare.h"
@@ -22,14 +24,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The unit that is shipped with the program: it lies beside it.
-fs::path default_unit() {
-  std::error_code error;
-  const fs::path program = fs::read_symlink("/proc/self/exe", error);
-  return error ? "Tessera.fmu" : program.parent_path() / "Tessera.fmu";
-}
-
 void add_unit(CLI::App& command, fs::path& unit) {
+  unit = default_unit();
   command.add_option("UNIT", unit, "the unit, a .fmu file; without it the Tessera.fmu beside this program")
       ->type_name("FILE");
 }
@@ -226,7 +222,8 @@ ExitCode mapped(const CLI::App& app, const CLI::ParseError& error) {
 }  // namespace
 
 ExitCode run_command_line(int argc, char** argv) {
-  CLI::App app("Plays a simulation unit (FMI 2.0 co-simulation) and writes its outputs as CSV.", "tessera");
+  CLI::App app("Plays a simulation unit (FMI 2.0 co-simulation) and writes its outputs, as CSV or numpy arrays.",
+               "tessera");
   app.set_version_flag("--version", "tessera " TESSERA_VERSION);
   app.require_subcommand(1);
   app.footer(
@@ -292,7 +289,6 @@ ExitCode run_command_line(int argc, char** argv) {
       "  tessera completion zsh > ~/.zfunc/_tessera\n"
       "  tessera completion fish > ~/.config/fish/completions/tessera.fish");
 
-  for (fs::path* unit : {&info_options.unit, &validated}) *unit = default_unit();
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -34,8 +34,7 @@ inline constexpr const char* kToleranceNeeds = "needed is a number of at least 0
 class Comparison {
  public:
   /// @param signals  patterns of the signals to compare; empty: all
-  /// @throws Error kUsage if an entry of `tolerances` cannot be read or matches no signal of the reference, or if a
-  ///   pattern matches no signal of it
+  /// @throws Error kUsage if an entry of `tolerances` cannot be read or matches no signal of the reference
   Comparison(ResultTable reference, const Tolerances& tolerances, const std::vector<std::string>& signals);
 
   /// Leaves the rows of the reference before `time` [s] out.

@@ -1,13 +1,14 @@
+#define TOML_IMPLEMENTATION  // of what the header declares: here, and nowhere else in the program
 #include "apps/runner/config.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fstream>
+#include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include "apps/runner/errors.h"
+#include "apps/runner/result_reader.h"
 #include "apps/runner/text.h"
 
 namespace runner {
@@ -18,32 +19,32 @@ constexpr const char* kTypeNames[] = {"nothing",  "a table",   "an array", "a st
 
 /// A key of the file with its value, and what a message about it needs.
 struct Entry {
-  const std::filesystem::path& file;
+  const std::filesystem::path* file;
   toml::source_position place;
   std::string key;
-  const toml::node& node;
+  const toml::node* node;
 
   [[noreturn]] void fail(const std::string& reason) const {
     throw Error(ExitCode::kUsage,
-                file.string() + ": line " + std::to_string(place.line) + ": '" + key + "': " + reason);
+                file->string() + ": line " + std::to_string(place.line) + ": '" + key + "': " + reason);
   }
   [[noreturn]] void fail_type(const std::string& needed) const {
-    fail("needed is " + needed + ", not " + kTypeNames[static_cast<std::size_t>(node.type())]);
+    fail("needed is " + needed + ", not " + kTypeNames[static_cast<std::size_t>(node->type())]);
   }
 
   std::string text(const char* needed = "a string") const {
-    if (!node.is_string()) fail_type(needed);
-    return node.as_string()->get();
+    if (!node->is_string()) fail_type(needed);
+    return node->as_string()->get();
   }
   std::string number(const char* needed) const {
-    if (const auto* whole = node.as_integer()) return std::to_string(whole->get());
-    if (const auto* real = node.as_floating_point()) return number_text(real->get());
+    if (const auto* whole = node->as_integer()) return std::to_string(whole->get());
+    if (const auto* real = node->as_floating_point()) return number_text(real->get());
     fail_type(needed);
   }
   /// A value for a variable, as the command line would have it.
   std::string assigned() const {
-    if (const auto* flag = node.as_boolean()) return flag->get() ? "true" : "false";
-    if (node.is_string()) return text();
+    if (const auto* flag = node->as_boolean()) return flag->get() ? "true" : "false";
+    if (node->is_string()) return text();
     return number("a number, a boolean, or a string such as \"98kPa\"");
   }
 };
@@ -58,19 +59,11 @@ std::vector<Entry> entries_of(const std::filesystem::path& file, const toml::tab
     if (is_deep && node.is_table()) {
       for (const Entry& inner : entries_of(file, *node.as_table(), true, name + ".")) entries.push_back(inner);
     } else {
-      entries.push_back({file, key.source().begin, name, node});
+      entries.push_back({&file, key.source().begin, name, &node});
     }
   }
+  std::stable_sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) { return a.place < b.place; });
   return entries;
-}
-
-/// In the order of the file.
-std::vector<const Entry*> sorted(const std::vector<Entry>& entries) {
-  std::vector<const Entry*> order;
-  order.reserve(entries.size());
-  for (const Entry& entry : entries) order.push_back(&entry);
-  std::stable_sort(order.begin(), order.end(), [](const Entry* a, const Entry* b) { return a->place < b->place; });
-  return order;
 }
 
 [[noreturn]] void fail_key(const Entry& entry, const std::vector<std::string_view>& known) {
@@ -78,12 +71,11 @@ std::vector<const Entry*> sorted(const std::vector<Entry>& entries) {
 }
 
 std::string change_text(const Entry& list, const toml::node& node) {
-  const Entry change = {list.file, node.source().begin, list.key, node};
+  const Entry change = {list.file, node.source().begin, list.key, &node};
   const toml::table* table = node.as_table();
   if (table == nullptr) change.fail_type("a table with time, name and value");
   std::string time, name, value;
-  const std::vector<Entry> entries = entries_of(list.file, *table);
-  for (const Entry& entry : entries) {
+  for (const Entry& entry : entries_of(*list.file, *table)) {
     if (entry.key == "time") {
       time = entry.number("a number of seconds");
     } else if (entry.key == "name") {
@@ -100,27 +92,28 @@ std::string change_text(const Entry& list, const toml::node& node) {
 
 std::vector<std::string> texts(const Entry& entry) {
   constexpr const char* kNeeded = "an array of strings";
-  if (entry.node.is_string()) return {entry.text()};
-  if (!entry.node.is_array()) entry.fail_type(kNeeded);
+  if (entry.node->is_string()) return {entry.text()};
+  if (!entry.node->is_array()) entry.fail_type(kNeeded);
   std::vector<std::string> texts;
-  for (const toml::node& node : *entry.node.as_array()) {
-    const Entry element = {entry.file, node.source().begin, entry.key, node};
+  for (const toml::node& node : *entry.node->as_array()) {
+    const Entry element = {entry.file, node.source().begin, entry.key, &node};
     texts.push_back(element.text("an array of strings alone"));
   }
   return texts;
 }
 
 std::vector<std::string> start_values(const Entry& entry) {
-  const toml::table* table = entry.node.as_table();
+  const toml::table* table = entry.node->as_table();
   if (table == nullptr) entry.fail_type("a table of NAME = VALUE");
   std::vector<std::string> texts;
-  const std::vector<Entry> entries = entries_of(entry.file, *table, /*is_deep=*/true);
-  for (const Entry* value : sorted(entries)) texts.push_back(value->key + "=" + value->assigned());
+  for (const Entry& value : entries_of(*entry.file, *table, /*is_deep=*/true)) {
+    texts.push_back(value.key + "=" + value.assigned());
+  }
   return texts;
 }
 
 std::vector<std::string> changes(const Entry& entry) {
-  const toml::array* list = entry.node.as_array();
+  const toml::array* list = entry.node->as_array();
   if (list == nullptr) entry.fail_type("a list of tables, [[set-at]], with time, name and value");
   std::vector<std::string> texts;
   for (const toml::node& node : *list) texts.push_back(change_text(entry, node));
@@ -132,8 +125,8 @@ struct Reader {
   const Entry& entry;
 
   void operator()(bool* target) const {
-    if (!entry.node.is_boolean()) entry.fail_type("true or false");
-    *target = entry.node.as_boolean()->get();
+    if (!entry.node->is_boolean()) entry.fail_type("true or false");
+    *target = entry.node->as_boolean()->get();
   }
   void operator()(double* target) const {
     const std::optional<double> tolerance = parse_tolerance(entry.number("a number"));
@@ -183,23 +176,17 @@ void read_settings(const toml::table& table, const std::filesystem::path& file, 
   known.reserve(settings.size());
   for (const RunSetting& setting : settings) known.emplace_back(setting.key);
 
-  const std::vector<Entry> entries = entries_of(file, table);
-  for (const Entry* entry : sorted(entries)) {
-    const auto found = std::find(known.begin(), known.end(), entry->key);
-    if (found == known.end()) fail_key(*entry, known);
-    std::visit(Reader{*entry}, settings[static_cast<std::size_t>(found - known.begin())].target);
+  for (const Entry& entry : entries_of(file, table)) {
+    const auto found = std::find(known.begin(), known.end(), entry.key);
+    if (found == known.end()) fail_key(entry, known);
+    std::visit(Reader{entry}, settings[static_cast<std::size_t>(found - known.begin())].target);
   }
 }
 
 toml::table parse_toml(const std::filesystem::path& file) {
-  const auto refuse = [&](const std::string& reason) {
-    throw Error(ExitCode::kFile, "cannot read '" + file.string() + "': " + reason);
-  };
-  if (std::filesystem::is_directory(file)) refuse("it is a folder");
-  std::ifstream stream(file, std::ios::binary);
-  if (!stream) refuse(std::strerror(errno));
+  const std::string text = read_file(file);
   try {
-    return toml::parse(stream, file.string());
+    return toml::parse(text, file.string());
   } catch (const toml::parse_error& error) {
     throw Error(ExitCode::kUsage, file.string() + ": line " + std::to_string(error.source().begin.line) + ": " +
                                       std::string(error.description()));

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <exception>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "apps/runner/exit_codes.h"
 
@@ -16,5 +18,17 @@ class Error : public std::runtime_error {
  private:
   ExitCode code_;
 };
+
+/// Takes a step and notes how it fails, so that the steps after it are still taken.
+template <class Step>
+void attempt(std::vector<Error>& failures, const Step& step) {
+  try {
+    step();
+  } catch (const Error& error) {
+    failures.push_back(error);
+  } catch (const std::exception& error) {  // the file system or the memory
+    failures.emplace_back(ExitCode::kFile, error.what());
+  }
+}
 
 }  // namespace runner

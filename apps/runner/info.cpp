@@ -17,21 +17,20 @@ namespace {
 std::vector<const Variable*> filtered(const ModelDescription& description, const InfoOptions& options) {
   const std::vector<std::string>& filters = options.filters;
   std::vector<const Variable*> chosen;
+  std::vector<std::string_view> names;
   for (const Variable& variable : description.variables) {
     const auto matches = [&](const std::string& filter) { return matches_pattern(variable.name, filter); };
     if (!options.causality.empty() && variable.causality != options.causality) continue;
+    names.push_back(variable.name);
     if (filters.empty() || std::any_of(filters.begin(), filters.end(), matches)) chosen.push_back(&variable);
   }
-  if (chosen.empty() && filters.empty()) {
+  if (!chosen.empty() || (filters.empty() && options.causality.empty())) return chosen;
+  if (filters.empty()) {
     throw Error(ExitCode::kUsage, "--causality '" + options.causality + "': the unit has no such variable");
   }
-  if (chosen.empty()) {
-    std::vector<std::string_view> names;
-    for (const Variable& variable : description.variables) names.push_back(variable.name);
-    throw Error(ExitCode::kUsage,
-                "--filter '" + filters.front() + "': matches no variable" + did_you_mean(filters.front(), names));
-  }
-  return chosen;
+  throw Error(ExitCode::kUsage, "--filter '" + filters.front() + "': matches no " + options.causality +
+                                    (options.causality.empty() ? "variable" : " of the unit") +
+                                    did_you_mean(filters.front(), names));
 }
 
 void print_table(const ModelDescription& description, const std::vector<const Variable*>& variables) {

@@ -3,6 +3,8 @@
 #include <zip.h>
 
 #include <bit>
+#include <set>
+#include <utility>
 
 #include "apps/runner/errors.h"
 
@@ -90,6 +92,11 @@ class MemoryArchive {
 NpzWriter::NpzWriter(ResultFile& file, const std::vector<std::string_view>& names)
     : file_(file), names_{"time"}, columns_(names.size() + 1) {
   names_.insert(names_.end(), names.begin(), names.end());
+  std::set<std::string_view> seen;
+  for (const std::string& name : names_) {
+    if (!seen.insert(name).second)
+      throw Error(ExitCode::kFile, "two arrays of a .npz file would be named '" + name + "'");
+  }
 }
 
 void NpzWriter::row(Milliseconds time, std::span<const double> values) {
@@ -98,13 +105,14 @@ void NpzWriter::row(Milliseconds time, std::span<const double> values) {
 }
 
 void NpzWriter::finish() {
-  if (columns_.front().empty()) return;
+  const std::size_t rows = columns_.front().size();
+  if (rows == 0) return;
   std::vector<std::string> arrays;
-  for (const std::vector<double>& column : columns_) arrays.push_back(npy(column));
+  for (std::vector<double>& column : columns_) arrays.push_back(npy(std::exchange(column, {})));  // not twice in memory
   MemoryArchive archive;
   for (std::size_t i = 0; i < arrays.size(); ++i) archive.add(names_[i] + ".npy", arrays[i]);
   file_.append(archive.close());
-  is_written_ = true;
+  rows_ = rows;
 }
 
 }  // namespace runner

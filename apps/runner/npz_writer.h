@@ -13,19 +13,20 @@ class NpzWriter : public ResultWriter {
  public:
   /// @param file   receives the archive; must outlive the writer
   /// @param names  of the columns after the time
+  /// @throws Error kFile if two columns would have the same name
   NpzWriter(ResultFile& file, const std::vector<std::string_view>& names);
 
   void row(Milliseconds time, std::span<const double> values) override;
 
-  /// @throws Error kFile if two columns have the same name, or if the file cannot be written
+  /// @throws Error kFile if the file cannot be written
   void finish() override;
-  std::uint64_t rows() const override { return is_written_ ? columns_.front().size() : 0; }
+  std::uint64_t rows() const override { return rows_; }
 
  private:
   ResultFile& file_;
   std::vector<std::string> names_;  ///< with the time in front
   std::vector<std::vector<double>> columns_;
-  bool is_written_ = false;
+  std::uint64_t rows_ = 0;  ///< written
 };
 
 }  // namespace runner

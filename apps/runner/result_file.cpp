@@ -22,6 +22,7 @@ ResultFile::ResultFile(const fs::path& name) : name_(name), descriptor_(-1) {
     name_ = fs::weakly_canonical(name);  // replace what the link leads to, not the link
   const fs::file_status status = fs::status(name_, ignored);
   if (fs::is_directory(status)) throw Error(ExitCode::kFile, "cannot write '" + name.string() + "': it is a folder");
+  if (!name_.has_filename()) throw Error(ExitCode::kFile, "cannot write '" + name.string() + "': no name of a file");
   is_direct_ = fs::exists(status) && !fs::is_regular_file(status);
   location_ = name_;
   if (!is_direct_) location_ += ".part";
@@ -58,7 +59,7 @@ void ResultFile::append(std::string_view lines) {
     }
   }
   std::string_view whole = lines.substr(0, lines.size() - left.size());
-  whole = whole.substr(0, whole.rfind('\n') + 1);
+  if (reason != 0) whole = whole.substr(0, whole.rfind('\n') + 1);
   size_ += whole.size();
   lines_ += static_cast<std::uint64_t>(std::count(whole.begin(), whole.end(), '\n'));
   if (reason == 0) return;

@@ -14,13 +14,13 @@
 #include "apps/runner/text.h"
 
 namespace runner {
-namespace {
 
 std::string read_file(const std::filesystem::path& file) {
   const auto refuse = [&](const std::string& reason) {
     throw Error(ExitCode::kFile, "cannot read '" + file.string() + "': " + reason);
   };
-  if (std::filesystem::is_directory(file)) refuse("it is a folder");
+  std::error_code ignored;
+  if (std::filesystem::is_directory(file, ignored)) refuse("it is a folder");
   std::ifstream stream(file, std::ios::binary);
   if (!stream) refuse(std::strerror(errno));
   std::string text;
@@ -34,6 +34,8 @@ std::string read_file(const std::filesystem::path& file) {
   if (stream.bad()) refuse("the file cannot be read to its end");
   return text;
 }
+
+namespace {
 
 /// Takes the lines of a CSV file apart, and knows where it is.
 class Lines {
@@ -126,6 +128,9 @@ std::vector<std::string> read_header(Lines& lines) {
 
 ResultTable read_result_csv(const std::filesystem::path& file) {
   const std::string text = read_file(file);
+  if (text.starts_with("PK")) {
+    throw Error(ExitCode::kFile, file.string() + ": this is a zip archive, as .npz files are; needed is CSV");
+  }
   Lines lines(file, text);
   if (lines.at_end()) throw Error(ExitCode::kFile, file.string() + ": the file is empty");
 

@@ -13,6 +13,10 @@ struct ResultTable {
   std::vector<std::vector<double>> columns;  ///< a column a name, a value a time
 };
 
+/// The bytes of a file.
+/// @throws Error kFile naming the file and the reason
+std::string read_file(const std::filesystem::path& file);
+
 /// Reads a CSV file with signals over time, by this program or by others: the first line names the columns, the first
 /// of them is "time". Cells are separated by commas and may be quoted; blanks around them, line ends of either kind, a
 /// byte order mark and blank lines at the end do not count. Not-a-number and infinity may be spelt as usual; an empty

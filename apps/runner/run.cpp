@@ -91,14 +91,23 @@ class Rows {
 };
 
 void refuse_to_overwrite(const RunOptions& options) {
-  for (const std::filesystem::path& written : {options.output_file, std::filesystem::path(options.log_file)}) {
-    std::error_code ignored;
-    if (std::filesystem::equivalent(written, options.unit, ignored)) {
-      throw Error(ExitCode::kUsage, "'" + written.string() + "' is the unit itself; give the results another name");
-    }
-    if (std::filesystem::equivalent(written, options.reference_file, ignored)) {
-      throw Error(ExitCode::kUsage, "'" + written.string() + "' is the reference; give the results another name");
-    }
+  namespace fs = std::filesystem;
+  const fs::path log = options.log_file;
+  std::error_code ignored;
+  const auto refuse = [&](const fs::path& written, const char* what) {
+    throw Error(ExitCode::kUsage, "'" + written.string() + "' is " + what + "; give " +
+                                      (written == log ? "the log" : "the results") + " another name");
+  };
+  for (const fs::path& written : {options.output_file, record_path(options.output_file), log}) {
+    if (fs::equivalent(written, options.unit, ignored)) refuse(written, "the unit itself");
+    if (fs::equivalent(written, options.reference_file, ignored)) refuse(written, "the reference");
+  }
+  if (log.empty() || fs::is_other(log, ignored)) return;
+  const auto is_log = [&](const fs::path& name) {
+    return fs::weakly_canonical(name, ignored) == fs::weakly_canonical(log, ignored);
+  };
+  for (const fs::path& results : {options.output_file, record_path(options.output_file)}) {
+    if (is_log(results) || is_log(results.string() + ".part")) refuse(log, "where the results go");
   }
 }
 
@@ -117,6 +126,7 @@ ExitCode write_record(ResultFile& file, const RunRecord& record) {
     file.publish();
   } catch (const Error& error) {
     std::cerr << "tessera: " << error.what() << "\n";
+    file.discard();
     if (record.exit_code == ExitCode::kOk) return error.code();
   }
   return record.exit_code;
@@ -138,18 +148,10 @@ ExitCode run(const RunOptions& options) {
   const auto started = std::chrono::system_clock::now();
   Progress progress(plan.stop, options.is_quiet ? ProgressMode::kNone : options.progress);
 
-  // Whatever fails, the steps after it that save results are still taken.
   Played played;
-  const auto attempt = [&](const auto& action) {
-    try {
-      action();
-    } catch (const Error& error) {
-      played.failures.push_back(error);
-    }
-  };
   std::size_t warnings = 0;
   std::size_t errors = 0;
-  attempt([&] {
+  attempt(played.failures, [&] {
     UnitLog log(options.log_level, options.log_file, [&] { progress.clear(); });
     const UnitLibrary library(archive, description.model_identifier);
     played = play(
@@ -162,21 +164,24 @@ ExitCode run(const RunOptions& options) {
   });
   const double wall = progress.elapsed();
   progress.clear();
-  attempt([&] { rows.finish(); });
+  attempt(played.failures, [&] { rows.finish(); });
   const bool has_rows = rows.count() > 0;
-  attempt([&] {
+  attempt(played.failures, [&] {
     if (!has_rows) return rows.file().discard();
-    if (!rows.file().has_failed()) rows.file().publish();
+    if (rows.file().has_failed()) return;
+    rows.file().publish();
+    std::error_code ignored;
+    if (record_file) std::filesystem::remove(record_path(options.output_file), ignored);  // it tells of older results
   });
   for (const Error& error : played.failures) std::cerr << "tessera: " << error.what() << "\n";
-  if (!has_rows) return played.failures.empty() ? ExitCode::kOk : played.failures.front().code();
+  ExitCode code = played.failures.empty() ? ExitCode::kOk : played.failures.front().code();
+  if (!has_rows) return code;
 
   rows.print_summary();
   std::printf("simulated time  %s s\n", seconds_text(played.reached).c_str());
   std::printf("wall time       %.3f s (%.3g times real time)\n", wall, seconds(played.reached) / wall);
   std::printf("state           %s\n", state_text(played, plan).c_str());
   rows.print_statistics();
-  ExitCode code = played.failures.empty() ? ExitCode::kOk : played.failures.front().code();
   if (comparison) {
     std::printf("\n");
     const ExitCode agreement = comparison->print(rows.table());

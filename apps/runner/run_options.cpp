@@ -1,6 +1,14 @@
 #include "apps/runner/run_options.h"
 
+#include <system_error>
+
 namespace runner {
+
+std::filesystem::path default_unit() {
+  std::error_code error;
+  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+  return error ? "Tessera.fmu" : program.parent_path() / "Tessera.fmu";
+}
 
 std::vector<RunSetting> tolerance_settings(Tolerances& tolerances) {
   return {

@@ -34,6 +34,9 @@ struct RunOptions {
   bool show_stats = false;
 };
 
+/// The unit that is shipped with the programs: it lies beside them.
+std::filesystem::path default_unit();
+
 /// A setting with a fixed set of values.
 template <class Value>
 struct Choice {

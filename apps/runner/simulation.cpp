@@ -147,18 +147,10 @@ Plan make_plan(const RunOptions& options, const ModelDescription& description) {
 Played play(const UnitLibrary& library, const ModelDescription& description, const Plan& plan, UnitLog& log,
             const RowSink& row, const std::function<void(Milliseconds)>& progress) {
   Played played;
-  // Whatever fails, the unit is still terminated and freed.
-  const auto attempt = [&](const auto& action) {
-    try {
-      action();
-    } catch (const Error& error) {
-      played.failures.push_back(error);
-    }
-  };
-  attempt([&] {
+  attempt(played.failures, [&] {
     UnitInstance unit(library, description.model_name, description.guid, log);
-    attempt([&] { Simulation(plan, unit, row, played.reached).run(progress); });
-    attempt([&] { unit.finish(); });
+    attempt(played.failures, [&] { Simulation(plan, unit, row, played.reached).run(progress); });
+    attempt(played.failures, [&] { unit.finish(); });
   });
   return played;
 }

@@ -44,19 +44,13 @@ CLI::Option* add_setting(CLI::App& app, const RunSetting& setting) {
       setting.target);
 }
 
-std::filesystem::path default_unit() {
-  std::error_code error;
-  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
-  return error ? "Tessera.fmu" : program.parent_path() / "Tessera.fmu";
-}
-
 }  // namespace
 
 ExitCode run_command_line(int argc, char** argv, Crew& crew) {
   CLI::App app("Plays a simulation unit once for each point of a plan and writes one table of all.", "tessera-sweep");
   app.set_version_flag("--version", "tessera-sweep " TESSERA_VERSION);
   SweepOptions options;
-  options.run.unit = default_unit();
+  options.run.unit = runner::default_unit();
   app.add_option("PLAN", options.plan, "what is varied and what is kept: a TOML or CSV file")
       ->required()
       ->type_name("FILE");

@@ -57,7 +57,7 @@ Task task_of(const std::string& line) { return json::parse(line).get<Task>(); }
 std::string to_line(const Outcome& outcome) { return line({outcome.status, outcome.reason, outcome.values}); }
 Outcome outcome_of(const std::string& line) {
   const json text = json::parse(line);
-  return {text[0], text[1], text[2].get<std::vector<std::string>>()};
+  return {text.at(0), text.at(1), text.at(2).get<std::vector<std::string>>()};
 }
 
 }  // namespace sweep

@@ -7,10 +7,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <fstream>
 #include <thread>
 
 #include "apps/runner/errors.h"
+#include "apps/runner/result_file.h"
 #include "apps/runner/text.h"
 #include "apps/sweep/table.h"
 
@@ -59,8 +59,9 @@ Journal::Journal(const std::filesystem::path& file, const std::string& header, c
                                         "'. Give another folder, or --restart to drop them");
     }
   } else {
-    std::ofstream stream(plan_file, std::ios::binary);
-    if (!(stream << plan << std::flush)) fail("write the plan beside", errno);
+    runner::ResultFile stream(plan_file);  // on disk before the first row is
+    stream.append(plan);
+    stream.publish();
   }
   read(header + "\n");
   sync();

@@ -12,7 +12,7 @@
 
 namespace {
 
-int led(int argc, char** argv, sweep::Crew& crew) {
+int lead(int argc, char** argv, sweep::Crew& crew) {
   using runner::ExitCode;
   ExitCode code = ExitCode::kFile;
   try {
@@ -37,14 +37,14 @@ int main(int argc, char** argv) {
   signal(SIGXFSZ, SIG_IGN);
   if (!sweep::is_started_by_mpi()) {
     sweep::Alone alone;
-    return led(argc, argv, alone);
+    return lead(argc, argv, alone);
   }
   sweep::MpiCrew crew(&argc, &argv);
   if (!crew.leads()) {
     for (const int number : {SIGINT, SIGTERM}) signal(number, SIG_IGN);  // the leader gets them too and tells the end
     return crew.follow();
   }
-  const int code = led(argc, argv, crew);
+  const int code = lead(argc, argv, crew);
   crew.dismiss(code);
   return code;
 }

@@ -1,5 +1,6 @@
 // The child's side of a Player.
 
+#include <poll.h>
 #include <signal.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
@@ -99,7 +100,10 @@ bool answer(const Outcome& outcome) {
 
 int play_points() {
   prctl(PR_SET_PDEATHSIG, SIGKILL);
-  for (const int number : {SIGINT, SIGTERM}) signal(number, SIG_IGN);  // the parent decides
+  pollfd parent = {STDIN_FILENO, 0, 0};
+  if (poll(&parent, 1, 0) > 0) return 0;                                       // it died before that
+  close_range(STDERR_FILENO + 1, ~0U, 0);                                      // what the parent's libraries left open
+  for (const int number : {SIGHUP, SIGINT, SIGTERM}) signal(number, SIG_IGN);  // the parent decides
   std::cerr.rdbuf(nullptr);  // what there is to warn of, the parent told once for all points
 
   std::string line;

@@ -115,7 +115,9 @@ std::optional<std::string> Player::play(const std::string& task, const std::func
     const ssize_t count = recv(socket_, part.data(), part.size(), 0);
     if (count > 0) answer.append(part.data(), static_cast<std::size_t>(count));
     if (count > 0 || (count < 0 && errno == EINTR)) continue;
-    return failure(kCrashed, end_text(stop()));
+    const int status = stop();
+    if (!goes_on()) return std::nullopt;  // what ends this program may have reached the child first
+    return failure(kCrashed, end_text(status));
   }
   answer.pop_back();
   try {

@@ -50,7 +50,8 @@ void warn_if_outside(const Variable& variable, const std::vector<double>& values
 Study::Study(const Plan& plan, const runner::ModelDescription& description) : description_(description) {
   const auto multiply = [&](std::size_t factor) {
     count_ *= factor;
-    if (count_ > kMostPoints) throw usage("the plan has more than " + std::to_string(kMostPoints) + " points");
+    if (count_ > kMostPoints)
+      throw usage(plan.file + ": the plan has more than " + std::to_string(kMostPoints) + " points");
   };
   for (const GridInput& input : plan.grid) {
     const Variable& variable = add_input(input.name, input.where);
@@ -149,7 +150,7 @@ std::vector<Column> result_columns(const Plan& plan, const Study& study, const r
     if (!names.insert(column.name).second) throw usage(where + "there is a column '" + column.name + "' already");
     columns.push_back(column);
   };
-  for (const Variable* input : study.inputs()) add({input->name, input->unit, true}, "");
+  for (const Variable* input : study.inputs()) add({input->name, input->unit, true}, plan.file + ": ");
   for (const Kept& kept : plan.keep) {
     const Variable* output = description.find(kept.signal);
     if (output == nullptr || !output->is_output()) {

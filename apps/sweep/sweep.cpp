@@ -169,6 +169,11 @@ ExitCode sweep(const SweepOptions& options, Crew& crew) {
   }
   Journal journal(options.folder / "journal.csv", setup.header(), setup.text(), options.restart);
   OpenPoints points(setup, journal, options.retry_failed, options.is_quiet);
+  const std::filesystem::path results = options.folder / "results.csv";
+  const std::filesystem::path record = runner::record_path(results);
+  if (!points.are_all_played()) {  // an older table would not tell of these rows
+    for (const std::filesystem::path& file : {record, results}) std::filesystem::remove(file);
+  }
   crew.play(setup.job_line(), setup.timeout(), points);
   journal.sync();
   points.progress().clear();
@@ -179,9 +184,7 @@ ExitCode sweep(const SweepOptions& options, Crew& crew) {
     return runner::noted_signal() == SIGINT ? ExitCode::kCancelled : ExitCode::kTerminated;
   }
 
-  const std::filesystem::path results = options.folder / "results.csv";
-  const std::filesystem::path record = runner::record_path(results);
-  if (balance.played > 0 || !exists(record)) {
+  if (!exists(record)) {
     write_results(results, setup, journal);
     write_record(record, setup, balance, started);
   }

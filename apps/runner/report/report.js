@@ -282,7 +282,7 @@ function addSignal(name, toLast) {
   charts[charts.length - 1].card.scrollIntoView({block: 'nearest'});
 }
 
-const isAlone = (name) => charts.find(({names}) => names.length === 1 && names[0] === name);
+const chartOfOnly = (name) => charts.find(({names}) => names.length === 1 && names[0] === name);
 
 // The list of signals
 
@@ -292,7 +292,7 @@ const rowsOfList = [...signals.values()].map((signal) => ({
   button: element('button', {
     type: 'button', class: 'signal', title: signal.description || null,
     onclick: (event) => {
-      const alone = isAlone(signal.name);
+      const alone = chartOfOnly(signal.name);
       if (alone) removeChart(alone); else addSignal(signal.name, event.shiftKey);
     }},
     element('span', {class: 'signal-name'}, ...breakable(signal.name)),
@@ -416,8 +416,6 @@ function fillSummary() {
     table(['', ...runs.map(runTitle)], rows, 'Summary of the runs'))));
 }
 
-const kWarningsAtOnce = 6;
-
 function warningItem({run, severity, signal, text}) {
   const show = () => {
     const drawn = charts.find(({names}) => names.includes(signal));
@@ -434,14 +432,7 @@ function fillWarnings() {
   const lines = runs.flatMap((run) => run.warnings.map((warning) => ({run, ...warning})));
   if (lines.length === 0) return;
   lines.sort((a, b) => (b.severity === 'error') - (a.severity === 'error'));
-  const items = lines.map(warningItem);
-  const rest = items.slice(kWarningsAtOnce);
-  byId('warnings').hidden = false;
-  byId('warnings').append(element('h2', {}, lines.length === 1 ? 'One warning' : `${lines.length} warnings`),
-    element('ul', {class: 'warnings'}, ...items.slice(0, kWarningsAtOnce)));
-  if (rest.length === 0) return;
-  byId('warnings').append(element('details', {}, element('summary', {}, `${rest.length} more`),
-    element('ul', {class: 'warnings'}, ...rest)));
+  showWarnings(lines.length === 1 ? 'One warning' : `${lines.length} warnings`, lines.map(warningItem));
 }
 
 const gateText = (gate) => ({true: 'open', false: 'closed'}[gate] ?? '');

@@ -32,7 +32,7 @@ function numberText(value, digits = 5) {
   return (rounded < 0 ? '−' : '') + grouped + (fraction ? `.${fraction}` : '');
 }
 
-const kUnitTexts = {degC: '°C', degF: '°F', 1: '', 'kW.h': 'kWh', 'm^3': 'm³', 'kg/m3': 'kg/m³'};
+const kUnitTexts = {__proto__: null, degC: '°C', degF: '°F', 1: '', 'kW.h': 'kWh', 'm^3': 'm³', 'kg/m3': 'kg/m³'};
 const unitText = (unit) => (unit in kUnitTexts ? kUnitTexts[unit] : unit || '');
 
 function quantityText(value, unit, digits) {
@@ -74,6 +74,17 @@ function definitions(pairs) {
   return element('dl', {class: 'pairs'}, ...pairs
     .filter(([, text]) => text !== '' && text !== null && text !== undefined)
     .map(([term, text]) => element('div', {}, element('dt', {}, term), element('dd', {}, text))));
+}
+
+const kWarningsAtOnce = 6;
+
+/** Fills the card of warnings; where they are many, the last ones fold. */
+function showWarnings(title, items) {
+  const part = (some) => element('ul', {class: 'warnings'}, ...some);
+  const rest = items.slice(kWarningsAtOnce);
+  byId('warnings').hidden = false;
+  byId('warnings').append(element('h2', {}, title), part(items.slice(0, kWarningsAtOnce)),
+    rest.length > 0 ? element('details', {}, element('summary', {}, `${rest.length} more`), part(rest)) : '');
 }
 
 /** Where a result comes from: the pairs that runs and studies have in common. */

@@ -110,11 +110,8 @@ const varied = numeric.filter(({name, values}) =>
   name !== 'point' && new Set(values.filter((value) => value !== null)).size > 1);
 const inputs = varied.filter(({role}) => role === 'input');
 const outputs = varied.filter(({role}) => role !== 'input');
-const axes = {
-  x: inputs[0] ?? varied[0] ?? numeric[0],
-  y: outputs[0] ?? varied[1] ?? numeric[0],
-  color: inputs[1] ?? null,
-};
+const across = inputs[0] ?? varied[0] ?? numeric[0];
+const axes = {x: across, y: outputs.find((one) => one !== across) ?? numeric[0], color: inputs[1] ?? null};
 const canvas = byId('scatter');
 let places = [];
 
@@ -128,23 +125,30 @@ function roundTicks(least, most, count) {
   return ticks;
 }
 
+/** The least and the largest value: a column may have more values than a function takes arguments. */
+const bounds = (values) => values.reduce(([least, most], value) => [Math.min(least, value), Math.max(most, value)],
+  [Infinity, -Infinity]);
+
+/** What an axis shows. */
 function extent(values) {
-  const least = values.reduce((a, b) => Math.min(a, b), Infinity);
-  const most = values.reduce((a, b) => Math.max(a, b), -Infinity);
+  const [least, most] = bounds(values);
   if (!(least <= most)) return [0, 1];
-  const margin = most > least ? 0.05 * (most - least) : Math.abs(least) * 0.05 || 1;
+  const size = Math.max(Math.abs(least), Math.abs(most));
+  const margin = 0.05 * (most - least > 1e-9 * size ? most - least : size) || 1;  // no axis resolves mere round-off
   return [least - margin, most + margin];
 }
 
 const channels = (color) => [1, 3, 5].map((i) => parseInt(color.slice(i, i + 2), 16));
 
-/** A color of the scale, from 0 to 1. */
-function mixed(share) {
+/** The colors of the theme's scale, a function of a share from 0 to 1. */
+function colorScale() {
   const stops = ['--scale-low', '--scale-middle', '--scale-high'].map((name) => channels(themeColor(name)));
-  const position = Math.min(Math.max(share, 0), 1) * (stops.length - 1);
-  const first = Math.min(Math.floor(position), stops.length - 2);
-  const mix = (from, to) => Math.round(from + (to - from) * (position - first));
-  return `rgb(${stops[first].map((from, i) => mix(from, stops[first + 1][i])).join(',')})`;
+  return (share) => {
+    const position = share * (stops.length - 1);
+    const first = Math.min(Math.floor(position), stops.length - 2);
+    const mix = (from, to) => Math.round(from + (to - from) * (position - first));
+    return `rgb(${stops[first].map((from, i) => mix(from, stops[first + 1][i])).join(',')})`;
+  };
 }
 
 function drawScatter() {
@@ -190,11 +194,12 @@ function drawScatter() {
   draw.restore();
 
   const known = color ? placed.map((row) => color.values[row]).filter((value) => value !== null) : [];
-  const least = Math.min(...known), most = Math.max(...known);
+  const [least, most] = bounds(known);
+  const scale = colorScale();
   const colorOf = (row) => {
     if (!color) return themeColor('--series-1');
     if (color.values[row] === null) return themeColor('--axis');
-    return mixed(most > least ? (color.values[row] - least) / (most - least) : 0.5);
+    return scale(most > least ? (color.values[row] - least) / (most - least) : 0.5);
   };
   places = [...placed.map((row) => ({row, left: toX(x.values[row]), top: toY(y.values[row])})),
     ...fallen.map((row) => ({row, left: toX(x.values[row]), top: area.bottom - 2 * kMark}))];
@@ -213,7 +218,7 @@ function drawScatter() {
     }
   }
   draw.globalAlpha = 1;
-  if (color && known.length > 0) drawScale(draw, area, color, least, most);
+  if (color && known.length > 0) drawScale(draw, area, color, scale, least, most);
 
   const missing = shownRows.length - places.length;
   byId('unplaced').textContent = [
@@ -231,10 +236,10 @@ function line(draw, x1, y1, x2, y2) {
   draw.stroke();
 }
 
-function drawScale(draw, area, color, least, most) {
+function drawScale(draw, area, color, scale, least, most) {
   const left = area.right + 16, top = area.top + 18, height = 150;
   for (let i = 0; i < height; ++i) {
-    draw.fillStyle = mixed(1 - i / height);
+    draw.fillStyle = scale(1 - i / height);
     draw.fillRect(left, top + i, 12, 1.5);
   }
   draw.fillStyle = themeColor('--muted');
@@ -316,14 +321,13 @@ function fillHead() {
     const reasons = new Map();
     for (const row of failed) {
       const text = [status.values[row], reason?.values[row]].filter(Boolean).join(': ');
-      reasons.set(text, [...(reasons.get(text) ?? []), columns[0].values[row]]);
+      if (!reasons.has(text)) reasons.set(text, []);
+      reasons.get(text).push(columns[0].values[row]);
     }
-    byId('warnings').hidden = false;
-    const title = failed.length === 1 ? 'One point failed' : `${failed.length} points failed`;
-    byId('warnings').append(element('h2', {}, title),
-      element('ul', {class: 'warnings'}, ...[...reasons].map(([text, points]) => element('li', {class: 'error'},
+    showWarnings(failed.length === 1 ? 'One point failed' : `${failed.length} points failed`,
+      [...reasons].sort(([, a], [, b]) => b.length - a.length).map(([text, points]) => element('li', {class: 'error'},
         element('span', {class: 'badge'}, String(points.length)), element('span', {}, text, element('span',
-          {class: 'muted'}, ` (point ${points.slice(0, 12).join(', ')}${points.length > 12 ? ' …' : ''})`))))));
+          {class: 'muted'}, ` (point ${points.slice(0, 12).join(', ')}${points.length > 12 ? ' …' : ''})`)))));
   }
   const note = meta ? [] : [element('p', {class: 'muted'},
     'There is no meta.json file beside the table: units and the unit played are not known.')];
@@ -331,8 +335,6 @@ function fillHead() {
     ...originPairs(meta),
     ['Table', `${data.file}: ${rowCount} points, ${columns.length} columns`],
     ['Inputs', columns.filter(({role}) => role === 'input').map(titleOf).join(', ')],
-    ['Plan', typeof meta?.plan === 'string' ? meta.plan : ''],
-    ['Points planned', typeof meta?.points === 'number' && meta.points !== rowCount ? numberText(meta.points, 9) : ''],
     ...settingsPairs(meta),
     ['Started', instantText(meta?.startedAt)],
   ])));
