@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# Builds dist/Tessera.fmu and dist/tessera, plays the drive scenario (1998 s) into out/results.csv and draws it in
+# Builds dist/Tessera.fmu, dist/tessera and dist/tessera-sweep, plays the drive scenario (1998 s) into out/results.csv and draws it in
 # out/report.html.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 . tools/setup.sh
 
 install_missing "${build_packages[@]}"
-build gcc-release fmu tessera
+build gcc-release fmu tessera tessera_sweep
 
 # The results go to out/results.csv, unless the options for the run name another file.
 results='' previous=''
