@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exception>
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -26,7 +27,9 @@ void attempt(std::vector<Error>& failures, const Step& step) {
     step();
   } catch (const Error& error) {
     failures.push_back(error);
-  } catch (const std::exception& error) {  // the file system or the memory
+  } catch (const std::bad_alloc&) {
+    failures.emplace_back(ExitCode::kFile, "the memory does not suffice");
+  } catch (const std::exception& error) {  // the file system
     failures.emplace_back(ExitCode::kFile, error.what());
   }
 }

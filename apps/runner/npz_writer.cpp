@@ -100,15 +100,18 @@ NpzWriter::NpzWriter(ResultFile& file, const std::vector<std::string_view>& name
 }
 
 void NpzWriter::row(Milliseconds time, std::span<const double> values) {
-  columns_[0].push_back(seconds(time));
   for (std::size_t i = 0; i < values.size(); ++i) columns_[i + 1].push_back(values[i]);
+  columns_[0].push_back(seconds(time));  // the memory has sufficed for the whole row
 }
 
 void NpzWriter::finish() {
   const std::size_t rows = columns_.front().size();
   if (rows == 0) return;
   std::vector<std::string> arrays;
-  for (std::vector<double>& column : columns_) arrays.push_back(npy(std::exchange(column, {})));  // not twice in memory
+  for (std::vector<double>& column : columns_) {
+    column.resize(rows);
+    arrays.push_back(npy(std::exchange(column, {})));  // not twice in memory
+  }
   MemoryArchive archive;
   for (std::size_t i = 0; i < arrays.size(); ++i) archive.add(names_[i] + ".npy", arrays[i]);
   file_.append(archive.close());

@@ -9,7 +9,7 @@ namespace runner {
 
 enum class ProgressMode {
   kAuto,  ///< a bar that renews itself on a terminal, a line every ten percent elsewhere
-  kJson,  ///< a JSON object a line, at most ten a second, and one at the end
+  kJson,  ///< a JSON object a line, at most ten a second, and one when the run is finished
   kNone
 };
 

@@ -26,6 +26,7 @@ constexpr UsualRange kUsualRanges[] = {
     {"tank.temperature", "degC", -40, 85},  // limits of the gas in tanks of type III and IV, UN GTR No. 13
     {"*ambient*temperature", "degC", -40, 60},
     {"coolant.*", "degC", -40, 95},
+    {"ejector_inlet.temperature", "degC", -40, 250},  // its filling heats it
     {"*", "degC", -40, 200},
     {"*", "K", 233.15, 473.15},
     {"*difference*", "bar", -0.5, 0.5},  // over the membrane

@@ -28,8 +28,11 @@ ResultFile::ResultFile(const fs::path& name) : name_(name), descriptor_(-1) {
   if (!is_direct_) location_ += ".part";
 
   descriptor_ = open(location_.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
-  if (descriptor_ < 0)
-    throw Error(ExitCode::kFile, "cannot write '" + location_.string() + "': " + std::strerror(errno));
+  if (descriptor_ < 0) {
+    const std::string reason =
+        errno == ENOENT ? "there is no folder '" + name_.parent_path().string() + "'" : std::strerror(errno);
+    throw Error(ExitCode::kFile, "cannot write '" + name.string() + "': " + reason);
+  }
   if (is_direct_) return;
   if (flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
     close(descriptor_);

@@ -44,8 +44,8 @@ class Rows {
     summary_.add(time, values);
     if (statistics_) statistics_->add(time, values);
     if (!table_) return;
-    table_->time.push_back(seconds(time));
     for (std::size_t i = 0; i < values.size(); ++i) table_->columns[i].push_back(values[i]);
+    table_->time.push_back(seconds(time));  // the memory has sufficed for the whole row
   }
   void finish() {
     if (!file_.has_failed()) writer_->finish();
@@ -104,7 +104,7 @@ void refuse_to_overwrite(const RunOptions& options) {
   }
   if (log.empty() || fs::is_other(log, ignored)) return;
   const auto is_log = [&](const fs::path& name) {
-    return fs::weakly_canonical(name, ignored) == fs::weakly_canonical(log, ignored);
+    return fs::absolute(name, ignored).lexically_normal() == fs::absolute(log, ignored).lexically_normal();
   };
   for (const fs::path& results : {options.output_file, record_path(options.output_file)}) {
     if (is_log(results) || is_log(results.string() + ".part")) refuse(log, "where the results go");
@@ -174,6 +174,10 @@ ExitCode run(const RunOptions& options) {
     if (record_file) std::filesystem::remove(record_path(options.output_file), ignored);  // it tells of older results
   });
   for (const Error& error : played.failures) std::cerr << "tessera: " << error.what() << "\n";
+  if (played.reached > 0 && played.reached < plan.record_from) {
+    std::cerr << "tessera: the run ended ahead of its first row, so that there is no '" << options.output_file.string()
+              << "'\n";
+  }
   ExitCode code = played.failures.empty() ? ExitCode::kOk : played.failures.front().code();
   if (!has_rows) return code;
 

@@ -12,7 +12,6 @@ TEST_F(ProgramTest, AConfigurationFileGivesOptionsAndTheCommandLineComesFirst) {
   const struct {
     const char *config, *arguments, *rows;
   } cases[] = {
-      {"", "", "0,20,0\n0.25,20,0\n0.5,20,0\n"},
       {"start-value = {inlet.temperature_set = '5degC'}\n", "--output-interval 1", "0,5,1\n1,5,1\n2,5,1\n"},
       {"[start-value]\n'3' = 5\n[[set-at]]\ntime = 0.1\nname = 'inlet.temperature_gate'\nvalue = false\n", "",
        "0,5,1\n0.25,20,0\n"},
@@ -70,7 +69,6 @@ TEST_F(ProgramTest, ProgressIsToldAsJson) {
     EXPECT_GT(update["time"], last);
     last = update["time"];
     EXPECT_DOUBLE_EQ(update["fraction"], last / 2000);
-    EXPECT_GT(update["wallTime"], 0.0);
   }
   EXPECT_EQ(last, 2000);
   EXPECT_EQ(tessera("run mock.fmu --progress=none").errors, "");
@@ -78,43 +76,37 @@ TEST_F(ProgramTest, ProgressIsToldAsJson) {
 
 TEST_F(ProgramTest, BashCompletesTheCommandLine) {
   const struct {
-    const char* words;  ///< the last one is being completed
-    std::vector<std::string> expected;
-  } cases[] = {{"tessera va", {"validate"}},
-               {"tessera run --output-", {"--output-interval", "--output-variable", "--output-file"}},
-               {"tessera run --log-level ''", {"error", "warning", "info", "debug"}},
-               {"tessera run --progress = j", {"json"}},
-               {"tessera run --stop-time ''", {}},
-               {"tessera run m", {"mock.fmu"}},
-               {"tessera run --quiet --config com", {"completion.bash"}},
-               {"tessera run mock.fmu --start-value inlet.", {"inlet.temperature_set=", "inlet.temperature_gate="}},
-               {"tessera run mock.fmu --output-variable s", {"steps"}},
-               {"tessera completion z", {"zsh"}}};
+    const char *words, *expected;  ///< the last word is being completed
+  } cases[] = {{"tessera va", "validate "},
+               {"tessera run --output-", "--output-interval --output-variable --output-file "},
+               {"tessera run --log-level ''", "error warning info debug "},
+               {"tessera run --progress = j", "json "},
+               {"tessera run --stop-time ''", ""},
+               {"tessera run m", "mock.fmu "},
+               {"tessera run --quiet --config com", "completion.bash "},
+               {"tessera run mock.fmu --start-value inlet.", "inlet.temperature_set= inlet.temperature_gate= "},
+               {"tessera run mock.fmu --output-variable s", "steps "},
+               {"tessera completion z", "zsh "}};
   const std::string script = tessera("completion bash").output;
   for (const auto& c : cases) {
     write("completion.bash", script + "tessera() { '" TESSERA_PROGRAM "' \"$@\"; }\nCOMP_WORDS=(" + c.words +
                                  ")\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_tessera\n"
-                                 "[ ${#COMPREPLY[@]} -eq 0 ] || printf '%s\\n' \"${COMPREPLY[@]}\"\n");
+                                 "[ ${#COMPREPLY[@]} -eq 0 ] || printf '%s ' \"${COMPREPLY[@]}\"\n");
     ASSERT_EQ(std::system(("cd '" + path("").string() + "' && bash completion.bash >proposals").c_str()), 0);
-    std::istringstream lines(read("proposals"));
-    std::vector<std::string> proposals;
-    for (std::string line; std::getline(lines, line);) proposals.push_back(line);
-    EXPECT_EQ(proposals, c.expected) << c.words;
+    EXPECT_EQ(read("proposals"), c.expected) << c.words;
   }
 }
 
 TEST_F(ProgramTest, EachCommandShowsExamplesOfItself) {
-  const std::string all = tessera("--help").output;
-  std::istringstream lines(all.substr(std::min(all.find("Subcommands:\n"), all.size())));
-  std::vector<std::string> commands;
-  for (std::string line; std::getline(lines, line) && !line.empty();) {
-    if (line.starts_with("  ") && line[2] != ' ') commands.push_back(line.substr(2, line.find(' ', 2) - 2));
+  std::istringstream lines(tessera("completion fish").output);
+  int commands = 0;
+  for (std::string line, start = "complete -c tessera -n __fish_use_subcommand -a "; std::getline(lines, line);) {
+    if (!line.starts_with(start)) continue;
+    const std::string command = line.substr(start.size(), line.find(' ', start.size()) - start.size());
+    EXPECT_THAT(tessera(command + " --help").output, ::testing::ContainsRegex("\nExamples:\n.*tessera " + command));
+    ++commands;
   }
-  ASSERT_GE(commands.size(), 6U);
-  for (const std::string& command : commands) {
-    const std::string help = tessera(command + " --help").output;
-    EXPECT_THAT(help.substr(std::min(help.find("\nExamples:\n"), help.size())), HasSubstr("tessera " + command));
-  }
+  EXPECT_GE(commands, 7);
 }
 
 }  // namespace

@@ -111,6 +111,8 @@ TEST_F(ProgramTest, MessagesFollowTheLogLevel) {
 TEST_F(ProgramTest, BadCommandLinesAreRefusedInOneLine) {
   expect_refusal("", 2, "subcommand");
   expect_refusal("info mock.fmu --filter stpes", 2, "did you mean 'steps'");
+  expect_refusal("info mock.fmu --filter steps --causality parameter", 2,
+                 "'steps': matches no parameter of the unit\n");
   expect_refusal("run none.fmu", 5, "none.fmu: no such file");
   const struct {
     const char* arguments;
@@ -130,8 +132,10 @@ TEST_F(ProgramTest, BadCommandLinesAreRefusedInOneLine) {
       {"--start-value gate0=2", 2, "the value of a Boolean is 0, 1, true or false"},
       {"--start-value steps=2", 2, "steps cannot be set, its causality is output"},
       {"--output-variable stpes", 2, "matches no output; did you mean 'steps'"},
-      {"--output-file none/r.csv", 5, "cannot write 'none/r.csv.part': No such file"},
+      {"--output-file none/r.csv", 5, "cannot write 'none/r.csv': there is no folder 'none'"},
+      {"--output-file ''", 5, "cannot write '': no name of a file"},
       {"--output-file mock.fmu", 2, "'mock.fmu' is the unit itself"},
+      {"--log-file ./results.csv.part", 2, "'./results.csv.part' is where the results go; give the log another name"},
       {"--log-file none/log", 5, "cannot write the log file 'none/log': No such file"},
   };
   for (const auto& c : cases) expect_refusal("run mock.fmu " + std::string(c.arguments), c.code, c.message);

@@ -38,10 +38,7 @@ TEST_F(ReportTest, NoTextEndsTheDataAndWhatIsOddIsTold) {
 
 TEST_F(ReportTest, RefusesWhatItCannotDraw) {
   write("good.csv", "time,x\n0,1\n");
-  write("other.csv", "x,y\n0,1\n");
   write("study.csv", "point,status\n0\n");
-  expect_refusal("report missing.csv", 5, "cannot read 'missing.csv': No such file or directory");
-  expect_refusal("report other.csv", 5, "the first column is 'x', needed is \"time\"");
   expect_refusal("report study.csv", 5, "study.csv: line 2: the row has 1 cells, the header 2");
   expect_refusal("report good.csv -o ./good.csv", 2, "the page cannot take the place of 'good.csv'");
   expect_refusal("report good.npz", 2, "'good.npz': pages are made from CSV files");

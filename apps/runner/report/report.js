@@ -76,6 +76,9 @@ function lineSample({color, dash}) {
 
 // Charts
 
+/** What is infinite would take the whole axis: it is a gap, like not-a-number. */
+const drawable = (value) => (Math.abs(value) === Infinity ? NaN : value);
+
 /** One chart: its card on the page, and the graph in it. */
 class Chart {
   constructor(title, names) {
@@ -98,7 +101,7 @@ class Chart {
     this.graph = null;
   }
 
-  /** A series a signal and run: its label, color and dash, its value at a row and at a time. */
+  /** A series a signal and run: its color and dash, its value at a row and at a time. */
   series() {
     const shown = runs.filter((run) => run.isShown && !(isDifference && run.index === 0));
     const byRun = isDifference ? runs.length > 2 : isComparison;
@@ -111,7 +114,7 @@ class Chart {
         // Where a run has no row of its own, null lets its line go on to the next.
         const own = (row) => (run.unitedRows[row] < 0 ? null : values[run.unitedRows[row]]);
         const atRow = isDifference ? (row, time) => value(time) : own;
-        return {name, run, value, atRow, label: isComparison ? `${name} · ${run.name}` : name,
+        return {name, value, atRow,
           color: seriesColor(byRun ? run.index : position), dash: byRun ? kDashes[position % kDashes.length] : null};
       }));
   }
@@ -136,14 +139,15 @@ class Chart {
       'Arrow keys move the cursor, plus and minus zoom, 0 shows all.');
     if (series.length === 0) return;
 
+    const labelOf = (one, i) => `series ${i}`;  // never shown; a signal's name may be one of the library's own words
     const times = isDifference ? runs[0].times : unitedTimes;
-    const rows = Array.from(times, (time, row) => [time, ...series.map(({atRow}) => atRow(row, time))]);
+    const rows = Array.from(times, (time, row) => [time, ...series.map(({atRow}) => drawable(atRow(row, time)))]);
     const ticks = {axisLabelWidth: kAxisWidth - 8, axisLabelFormatter: (value) => numberText(value, 6), drawGrid: true,
       independentTicks: true, pixelsPerLabel: 36};
     this.graph = new Dygraph(this.plot, rows, {
-      labels: ['time', ...series.map(({label}) => label)],
+      labels: ['time', ...series.map(labelOf)],
       colors: series.map(({color}) => color),
-      series: Object.fromEntries(series.map((one) => [one.label, {
+      series: Object.fromEntries(series.map((one, i) => [labelOf(one, i), {
         axis: isRight(one) ? 'y2' : 'y1', strokePattern: one.dash}])),
       axes: {
         x: {axisLabelFormatter: (value) => `${numberText(value, 7)}\u00a0s`, pixelsPerLabel: 84, axisLabelWidth: 76,
