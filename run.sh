@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds dist/Tessera.fmu, dist/tessera and dist/tessera-sweep, plays the drive scenario (1998 s) into out/results.csv and draws it in
-# out/report.html.
+# Builds dist/Tessera.fmu, dist/tessera and dist/tessera-sweep, plays the drive scenario (1998 s) into out/results.csv
+# and draws it in out/report.html.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 . tools/setup.sh

@@ -139,10 +139,11 @@ class Reader {
     }
   }
 
+  /// @return the unit of a range as it stands behind a number: apart, since a unit such as 1 begins with a digit
   static std::string unit(const Entry& entry, const toml::table& range) {
     if (!range.contains("unit")) return {};
     if (!range["unit"].is_string()) throw entry.wrong("unit is to be text such as \"kPa\"");
-    return *range["unit"].value<std::string>();
+    return std::string(1, ' ').append(*range["unit"].value<std::string>());
   }
 
   void read_grid_input(const Entry& entry) {

@@ -70,7 +70,7 @@ beforeEach(async () => {
 });
 afterEach(async () => {
   await page.setViewportSize({width: 600, height: 900});
-  assert.ok(await page.evaluate(() => document.documentElement.scrollWidth) <= 600, 'the page is too wide');
+  await page.waitForFunction(() => document.documentElement.scrollWidth <= 600, null, {timeout: 5000});  // fits in
   await page.close();
   assert.deepEqual(complaints.splice(0), []);
 });
@@ -193,14 +193,16 @@ test('names are texts, whatever stands in them; without circumstances the page s
   assert.equal(await page.locator('img').count(), 0);
   assert.match((await texts('#facts')).join(), /no odd\.meta\.json/);
   assert.match((await texts('#warnings')).join(), /is not finite in 2 of 3 rows, first at 1 s/);
+  assert.ok(await page.locator('.chart').first().locator('.dygraph-axis-label-y').count() > 1, 'infinity took the axis');
 });
 
 test('the points of a study: scatter, sorting, filters, reasons of failures', async () => {
-  const rows = Array.from({length: 40}, (_, i) => (i % 10 === 3 ? `${i},time_out,"none, ""within"" 5 s",${i % 7},`
-    : `${i},ok,,${i % 7},${100 - i / 4}`));
-  writeFileSync(inFolder('study.csv'), `"point","status","reason","load","voltage"\n${rows.join('\n')}\n`);
+  const rows = Array.from({length: 40}, (_, i) => (i % 10 === 3 ? `${i},time_out,"none, ""within"" 5 s",${i % 7},,`
+    : `${i},ok,,${i % 7},${100 - i / 4},${i % 2 ? 1000 : 1000.0000000000001}`));
+  writeFileSync(inFolder('study.csv'), `"point","status","reason","load","voltage","noise"\n${rows.join('\n')}\n`);
   tessera('report', 'study.csv', '-o', 'study.html');
   await open('study.html');
+  assert.deepEqual(await texts('#axes option:checked'), ['load', 'voltage', 'nothing']);
   const points = () => texts('.points tbody td:first-child');
   await page.click('.points button:has-text("voltage")');
   assert.deepEqual((await points()).slice(0, 2), ['39', '38']);
@@ -215,6 +217,7 @@ test('the points of a study: scatter, sorting, filters, reasons of failures', as
   const uncolored = await picture();
   await page.selectOption('#axis-color', {label: 'voltage'});
   assert.notEqual(await picture(), uncolored);
+  await page.selectOption('#axis-y', {label: 'noise'});  // of the last digit only
   await page.locator('#scatter').press('ArrowRight');
   assert.match((await texts('#tip')).join(), /^point {2}\d+/);
 });

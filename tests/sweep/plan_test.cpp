@@ -36,7 +36,6 @@ TEST(Sampling, RangesHoldTheirEndsAndTheDigitsThatOneWouldWrite) {
   EXPECT_THAT(stepped(0.1, 0.75, 0.2).value(), ElementsAre(0.1, 0.3, 0.5, 0.7));
   EXPECT_THAT(stepped(10, -5, -7.5).value(), ElementsAre(10.0, 2.5, -5.0));
   EXPECT_THAT(stepped(3, 3, 1).value(), ElementsAre(3.0));
-  EXPECT_THAT(spaced(-1, 1, 3), ElementsAre(-1.0, 0.0, 1.0));
   for (const double step : {0.0, -1.0, 1e-12}) EXPECT_FALSE(stepped(0, 1, step)) << step;
 }
 
@@ -67,13 +66,11 @@ TEST_F(PlanTest, AGridIsEachCombinationInTheOrderOfTheFileWithUnitsConverted) {
 }
 
 TEST_F(PlanTest, ASampleIsPlayedAtEachPointOfTheGrid) {
-  const auto unit = latin_hypercube(5, 1, 9);
-  const auto all =
-      points("a.toml", "[grid]\nsignal = [1, 2]\n[sample]\ncount = 5\nseed = 9\nfail_at = {from = 10, to = 20}");
-  ASSERT_EQ(all.size(), 10U);
-  for (std::size_t i = 0; i < all.size(); ++i) {
-    EXPECT_THAT(all[i], ElementsAre(i < 5 ? 1.0 : 2.0, 10.0 + 10.0 * unit[i % 5][0]));
-  }
+  const auto unit = latin_hypercube(2, 1, 9);
+  const double first = 10.0 + 10.0 * unit[0][0], second = 10.0 + 10.0 * unit[1][0];
+  EXPECT_THAT(
+      points("a.toml", "[grid]\nsignal = [1, 2]\n[sample]\ncount = 2\nseed = 9\nfail_at = {from = 10, to = 20}"),
+      ElementsAre(ElementsAre(1, first), ElementsAre(1, second), ElementsAre(2, first), ElementsAre(2, second)));
 }
 
 TEST_F(PlanTest, ACsvPlanHasAPointALine) {

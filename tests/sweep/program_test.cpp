@@ -105,7 +105,9 @@ TEST_F(SweepTest, APointThatFailsKeepsItsReasonAndStopsNobody) {
 TEST_F(SweepTest, ASignalEndsItBetweenRows) {
   write("plan.csv", "signal\n0\n19\n0\n");  // the second point hangs
   const std::string sweep = alone("plan.csv -o out --unit mock.fmu --keep steps=last");
+  std::filesystem::create_directory(path("out"));
   for (const auto& [name, code] : {std::pair("INT", 130), std::pair("TERM", 143)}) {
+    write("out/results.csv", "of an earlier job");
     const Outcome outcome =
         shell("set -m; " + sweep + " & until grep -sq ^1, out/journal.csv; do sleep 0.02; done; sleep 0.1; kill -" +
               name + " $!; wait $!");
@@ -127,6 +129,7 @@ TEST_F(SweepTest, BadPlansAreToldBeforeAnythingRuns) {
       {"[grid]\nsteps = [1]\n", "'grid.steps': steps cannot be set, its causality is output"},
       {"[grid]\nsignal = []\n", "'grid.signal': the list is empty"},
       {"[grid]\nsignal = {from = 1, to = 0, step = 1}\n", "the range is empty or endless: no step of 1 leads from 1"},
+      {"[grid]\nsignal = {from = 0, to = 1, count = 2, unit = '1'}\n", "signal = 0 1: '1' is no unit of this variable"},
       {"[grid]\ninlet.temperature_set = ['1 bar']\n", "= 1 bar: 'bar' is no unit of this variable; it takes degC"},
       {grid + "[sample]\ncount = 3\nsignal = {from = 0, to = 1}\n", "'sample.signal': signal is named twice"},
       {grid + "[run]\nstart-value = {signal = 1}\n", "signal is varied and has a start value as well"},
@@ -134,6 +137,8 @@ TEST_F(SweepTest, BadPlansAreToldBeforeAnythingRuns) {
       {grid + "[keep]\nstep = 'last'\n", "line 4: 'keep.step': the unit has no output 'step'; did you mean 'steps'"},
       {grid + "[keep]\nscalars = ['distance']\n", "made of outputs such as vehicle.distance in km"},
       {grid, "nothing is kept; name outputs in [keep]"},
+      {"[sample]\ncount = 4000\nsignal = {from = 0, to = 1}\n[grid]\nfail_at = {from = 1, to = 2, count = 4000}\n",
+       "the plan has more than 10000000 points"},
       {"[grid]\nsignal = {from = 1, to = 101, step = 1}\nfail_at = {from = 1, to = 100, count = 100}\n" + keep,
        "the plan has 10100 points; more than 10000 need --yes"}};
   for (const auto& c : cases) {
