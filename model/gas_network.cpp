@@ -41,8 +41,8 @@ template <GasKind kind>
   return {state, x, Cp_dry, h1, h2, Cp_dry / (1.0 + x), mixture_enthalpy(state, h1, h2, vapour_enthalpy_law(T))};
 }
 
-// Volumes that lie side by side and differ in their size alone are computed in one loop: the compiler knows all of their
-// row but the size, and folds what depends on it.
+// Volumes that lie side by side and differ in their size alone are computed in one loop: the compiler knows all of
+// their row but the size, and folds what depends on it.
 
 constexpr bool are_alike(const VolumeRow& a, const VolumeRow& b) {
   return a.gas == b.gas && a.FixedComposition == b.FixedComposition && a.FixedPressure == b.FixedPressure;
@@ -81,7 +81,7 @@ void evaluate_volumes() {
 }
 
 /// What enters a volume through its ports.
-template <Index node>
+template <std::size_t node>
 MoistGasFlow inflow_of() {
   constexpr const VolumePorts& ports = kVolumes[node].ports;
   MoistGasFlow inflow = signals.flow[ports.flows[0]];
@@ -90,7 +90,7 @@ MoistGasFlow inflow_of() {
 }
 
 /// Vapour flow that the gas of a volume with a vapour limiter takes in [kg/s].
-double limited_vapour_flow(Index node, double vapour_flow) {
+double limited_vapour_flow(std::size_t node, double vapour_flow) {
   constexpr double kWaterMolarMass = 18.0;  // g/mol
   const VolumeRow& volume = kVolumes[node];
   PurgeBlock& purge = Tessera_DW.purge[node];
@@ -101,15 +101,30 @@ double limited_vapour_flow(Index node, double vapour_flow) {
   return purge.W;
 }
 
-/// Balance pass of a volume: what its integrators take in, from the flows at its ports.
-template <Index node>
-void balance_volume() {
-  constexpr const VolumeRow& volume = kVolumes[node];
-  const MoistGasFlow inflow = inflow_of<node>();
-  const double W = volume.WithPurge ? limited_vapour_flow(node, inflow.mdot3) : inflow.mdot3;
-  const VolumeDerivatives derivatives = volume_balance(volume, signals.content[node], signals.at[node], inflow, W);
-  for (std::size_t slot = 0; slot < 3; ++slot) Tessera_B.u[volume.m1 + slot] = derivatives.m_mg[slot];
-  Tessera_B.u[volume.T] = derivatives.T;
+/// Balance pass of a run of volumes: what their integrators take in, from the flows at their ports.
+template <Index first, Index last>
+void balance_volumes() {
+  constexpr std::size_t n = last - first + 1;
+  static_assert(std::all_of(kVolumes.begin() + first, kVolumes.begin() + last + 1, [](const VolumeRow& row) {
+    return row.FixedPressure == kVolumes[first].FixedPressure;  // the balance reads no more of the row
+  }));
+  const auto inflow = []<std::size_t... i>(std::index_sequence<i...>) { return std::array{inflow_of<first + i>()...}; }
+  (std::make_index_sequence<n>{});
+  std::array<double, n> W;
+  for (std::size_t i = 0; i < n; ++i) {
+    const bool is_limited = kVolumes[first + i].WithPurge;
+    W[i] = is_limited ? limited_vapour_flow(first + i, inflow[i].mdot3) : inflow[i].mdot3;
+  }
+  std::array<VolumeDerivatives, n> derivatives;
+  for (std::size_t i = 0; i < n; ++i) {
+    derivatives[i] = volume_balance(volume_in_run<first>(first + i), signals.content[first + i], signals.at[first + i],
+                                    inflow[i], W[i]);
+  }
+  for (std::size_t i = 0; i < n; ++i) {
+    const VolumeRow& volume = kVolumes[first + i];
+    for (std::size_t slot = 0; slot < 3; ++slot) Tessera_B.u[volume.m1 + slot] = derivatives[i].m_mg[slot];
+    Tessera_B.u[volume.T] = derivatives[i].T;
+  }
 }
 
 /// Flows of restrictions.
@@ -143,8 +158,8 @@ void gas_volumes() {
 }
 
 void gas_balances() {
-  [&]<std::size_t... node>(std::index_sequence<node...>) { (balance_volume<Index{node}>(), ...); }
-  (std::make_index_sequence<kVolumeCount>{});
+  balance_volumes<gas_node::H2Tank, gas_node::GV04A1>();
+  balance_volumes<gas_node::Air_outRadia, gas_node::Air_outRadia>();
 }
 
 // ---- Hydrogen ------------------------------------------------------------------------------------------------------
