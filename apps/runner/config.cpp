@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -91,9 +92,8 @@ std::string change_text(const Entry& list, const toml::node& node) {
 }
 
 std::vector<std::string> texts(const Entry& entry) {
-  constexpr const char* kNeeded = "an array of strings";
   if (entry.node->is_string()) return {entry.text()};
-  if (!entry.node->is_array()) entry.fail_type(kNeeded);
+  if (!entry.node->is_array()) entry.fail_type("an array of strings");
   std::vector<std::string> texts;
   for (const toml::node& node : *entry.node->as_array()) {
     const Entry element = {entry.file, node.source().begin, entry.key, &node};
@@ -183,8 +183,53 @@ void read_settings(const toml::table& table, const std::filesystem::path& file, 
   }
 }
 
+namespace {
+
+/// The index behind the string that begins at `begin`, or where its line ends if the string does not.
+std::size_t end_of_string(std::string_view text, std::size_t begin) {
+  const char quote = text[begin];
+  const bool is_block = text.substr(begin, 3) == std::string(3, quote);
+  const std::string quotes(is_block ? 3 : 1, quote);
+  std::size_t i = begin + quotes.size();
+  while (i < text.size() && text.substr(i, quotes.size()) != quotes) {
+    if (!is_block && text[i] == '\n') return i;
+    i += quote == '"' && text[i] == '\\' ? 2 : 1;
+  }
+  i = std::min(i + quotes.size(), text.size());
+  while (is_block && i < text.size() && text[i] == quote) ++i;  // up to two quotes more belong to the text
+  return i;
+}
+
+/// Refuses what the parser does not survive: very long keys, for each dot of which it calls itself, and letters beyond
+/// ASCII outside of strings and comments, for which it has no answer.
+void refuse_the_indigestible(const std::filesystem::path& file, std::string_view text) {
+  constexpr int kMostDots = 1000;
+  int dots = 0;
+  for (std::size_t i = 0; i < text.size();) {
+    const char c = text[i];
+    const auto refuse = [&](const std::string& reason) {
+      const auto line = 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(i), '\n');
+      throw Error(ExitCode::kUsage, file.string() + ": line " + std::to_string(line) + ": " + reason);
+    };
+    if (static_cast<unsigned char>(c) > 0x7F) refuse("a letter that only a string or a comment may have");
+    if (c == '.' && ++dots > kMostDots) refuse("a key of more than " + std::to_string(kMostDots) + " dots");
+    if (c == '\n' || c == ',' || c == '=') dots = 0;
+    if (c == '#') {
+      i = std::min(text.find('\n', i), text.size());
+    } else if (c == '"' || c == '\'') {
+      i = end_of_string(text, i);
+    } else {
+      ++i;
+    }
+  }
+}
+
+}  // namespace
+
 toml::table parse_toml(const std::filesystem::path& file) {
   const std::string text = read_file(file);
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  refuse_the_indigestible(file, std::string_view(text).substr(text.starts_with(kByteOrderMark) ? 3 : 0));
   try {
     return toml::parse(text, file.string());
   } catch (const toml::parse_error& error) {

@@ -33,13 +33,15 @@ std::vector<const Variable*> filtered(const ModelDescription& description, const
                                     did_you_mean(filters.front(), names));
 }
 
-void print_table(const ModelDescription& description, const std::vector<const Variable*>& variables) {
+void print_table(const ModelDescription& description, const std::string& platforms,
+                 const std::vector<const Variable*>& variables) {
   const auto line = [](const char* label, const std::string& text) {
     if (!text.empty()) std::cout << label << text << "\n";
   };
   line("model       ", description.model_name + (description.version.empty() ? "" : " " + description.version));
   line("description ", description.description);
   line("GUID        ", description.guid);
+  line("platforms   ", platforms);
   line("stop time   ", description.stop_time + (description.stop_time.empty() ? "" : " s"));
   line("interval    ", description.step_size + (description.step_size.empty() ? "" : " s"));
   std::cout << "\n";
@@ -89,13 +91,14 @@ void print_json(const ModelDescription& description, const std::vector<const Var
 }  // namespace
 
 void info(const InfoOptions& options) {
-  const ModelDescription description = load_model_description(UnitArchive(options.unit));
+  const UnitArchive archive(options.unit);
+  const ModelDescription description = load_model_description(archive);
   const std::vector<const Variable*> variables = filtered(description, options);
   if (options.names_only) {
     for (const Variable* variable : variables) std::cout << variable->name << "\n";
     return;
   }
-  options.as_json ? print_json(description, variables) : print_table(description, variables);
+  options.as_json ? print_json(description, variables) : print_table(description, archive.platforms(), variables);
 }
 
 }  // namespace runner

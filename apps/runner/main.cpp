@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -14,6 +15,10 @@ int main(int argc, char** argv) {
   // A closed pipe and a file at its size limit are then errors of write(), which are told, instead of a sudden end.
   signal(SIGPIPE, SIG_IGN);
   signal(SIGXFSZ, SIG_IGN);
+  // Closed standard streams keep their numbers, which the results would take otherwise, with the messages in them.
+  int descriptor = STDIN_FILENO;
+  while (descriptor >= STDIN_FILENO && descriptor <= STDERR_FILENO) descriptor = open("/dev/null", O_RDONLY);
+  close(descriptor);
 
   ExitCode code = ExitCode::kFile;
   try {

@@ -30,8 +30,13 @@ Json read_meta(const fs::path& result) {
   const fs::path file = record_path(result);
   std::ifstream stream(file, std::ios::binary);
   if (!stream) return nullptr;
+  const auto limit_depth = [&](int depth, Json::parse_event_t, Json&) {
+    constexpr int kMostDepth = 100;  // to write JSON takes a call for each depth
+    if (depth > kMostDepth) throw Error(ExitCode::kFile, file.string() + ": nested too deeply");
+    return true;
+  };
   try {
-    Json meta = Json::parse(stream);
+    Json meta = Json::parse(stream, limit_depth);
     if (meta.at("format") != 1) {
       throw Error(ExitCode::kFile, file.string() + ": its format is " + meta.at("format").dump() + ", known is 1");
     }
@@ -80,17 +85,18 @@ std::vector<Warning> check_run(const Json& meta, const fs::path& file, const Res
   const Json run = meta.value("run", Json::object());
   const double stop_time = meta.value("/settings/stopTime"_json_pointer, table.time.back());
   const std::string state = run.value("state", "");
-  if (run.value("exitCode", 0) != 0) {
+  if (run.value("exitCode", 0.0) != 0) {
     warnings.push_back({true, "", "the run did not end as it should: " + (state.empty() ? "no reason told" : state)});
   } else if (table.time.back() < stop_time) {
     warnings.push_back({true, "",
                         "the rows end at " + number_text(table.time.back()) + " s, before the stop time of " +
                             number_text(stop_time) + " s"});
   }
-  const std::size_t rows = meta.value("/result/rows"_json_pointer, table.time.size());
-  if (rows != table.time.size()) {
+  const auto rows = static_cast<double>(table.time.size());
+  const double told_rows = meta.value("/result/rows"_json_pointer, rows);  // any number, as the file has it
+  if (told_rows != rows) {
     warnings.push_back({true, "",
-                        record_path(file).string() + " tells of " + std::to_string(rows) + " rows, but " +
+                        record_path(file).string() + " tells of " + number_text(told_rows) + " rows, but " +
                             file.string() + " has " + std::to_string(table.time.size()) +
                             ": it may belong to another run"});
   }

@@ -18,12 +18,13 @@ namespace fs = std::filesystem;
 
 ResultFile::ResultFile(const fs::path& name) : name_(name), descriptor_(-1) {
   std::error_code ignored;
-  if (fs::is_symlink(name, ignored))
-    name_ = fs::weakly_canonical(name);  // replace what the link leads to, not the link
-  const fs::file_status status = fs::status(name_, ignored);
-  if (fs::is_directory(status)) throw Error(ExitCode::kFile, "cannot write '" + name.string() + "': it is a folder");
-  if (!name_.has_filename()) throw Error(ExitCode::kFile, "cannot write '" + name.string() + "': no name of a file");
+  const fs::file_status status = fs::status(name, ignored);
   is_direct_ = fs::exists(status) && !fs::is_regular_file(status);
+  if (fs::is_directory(status)) throw Error(ExitCode::kFile, "cannot write '" + name.string() + "': it is a folder");
+  if (!name.has_filename()) throw Error(ExitCode::kFile, "cannot write '" + name.string() + "': no name of a file");
+  if (!is_direct_ && fs::is_symlink(name, ignored)) {
+    name_ = fs::weakly_canonical(name);  // replace what the link leads to, not the link
+  }
   location_ = name_;
   if (!is_direct_) location_ += ".part";
 

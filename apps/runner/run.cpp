@@ -141,10 +141,10 @@ ExitCode run(const RunOptions& options) {
   refuse_to_overwrite(options);
   const std::optional<Comparison> comparison = read_reference(options, plan);
 
-  note_ending_signals();
   Rows rows(options, plan);
   std::optional<ResultFile> record_file;
   if (!rows.file().is_direct()) record_file.emplace(record_path(options.output_file));
+  note_ending_signals();  // not before a pipe has its reader, which may never come
   const auto started = std::chrono::system_clock::now();
   Progress progress(plan.stop, options.is_quiet ? ProgressMode::kNone : options.progress);
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <fstream>
+#include <set>
 
 #include "apps/runner/errors.h"
 
@@ -56,20 +57,42 @@ UnitArchive::UnitArchive(const std::filesystem::path& file) : file_(file) {
   }
 
   std::uint64_t total = 0;
+  std::set<std::string> names;
   const zip_int64_t count = zip_get_num_entries(archive_.get(), 0);
   for (zip_uint64_t i = 0; i < static_cast<zip_uint64_t>(count); ++i) {
     zip_stat_t entry;
     if (zip_stat_index(archive_.get(), i, 0, &entry) != 0) refuse(zip_strerror(archive_.get()));
     if (!is_safe(entry.name)) refuse("entry '" + std::string(entry.name) + "' leads out of the archive");
     if (is_link(archive_.get(), i)) refuse("entry '" + std::string(entry.name) + "' is a link");
-    if (entry.size > kMostBytes - total) refuse("unpacks to more than 1 GiB");
+    if (entry.encryption_method != ZIP_EM_NONE) refuse("entry '" + std::string(entry.name) + "' is encrypted");
+    if (!names.emplace(entry.name).second) refuse("entry '" + std::string(entry.name) + "' comes twice");
+    if (entry.size > kMostBytes - total) {
+      refuse("unpacks to more than 1 GiB, with entry '" + std::string(entry.name) + "'");
+    }
     total += entry.size;
     entries_.emplace_back(entry.name);
+  }
+  for (const std::string& name : entries_) {
+    for (std::size_t slash = name.find('/'); slash != std::string::npos; slash = name.find('/', slash + 1)) {
+      if (names.contains(name.substr(0, slash))) refuse("entry '" + name + "' has a file for its folder");
+    }
   }
 }
 
 bool UnitArchive::contains(const std::string& entry) const {
   return std::find(entries_.begin(), entries_.end(), entry) != entries_.end();
+}
+
+std::string UnitArchive::platforms() const {
+  std::set<std::string> names;
+  for (const std::string& entry : entries_) {
+    const std::filesystem::path path = entry;
+    auto part = path.begin();
+    if (*part == "binaries" && ++part != path.end() && !part->empty()) names.insert(part->string());
+  }
+  std::string list;
+  for (const std::string& name : names) list += (list.empty() ? "" : ", ") + name;
+  return list;
 }
 
 std::string UnitArchive::read(const std::string& entry) const {
@@ -82,16 +105,19 @@ std::string UnitArchive::read(const std::string& entry) const {
                                                                  &zip_fclose);
   if (!source) refuse(zip_strerror(archive_.get()));
 
-  // One byte more than announced: the end must be seen, for that is where the checksum is compared.
-  std::string content(about.size + 1, '\0');
-  std::uint64_t size = 0;
-  zip_int64_t count = 0;
-  while (size < content.size() && (count = zip_fread(source.get(), content.data() + size, content.size() - size)) > 0) {
-    size += static_cast<std::uint64_t>(count);
+  // In portions, for the announced size may be a lie, and up to one byte beyond it: at the end the checksum is
+  // compared.
+  constexpr std::uint64_t kPortion = std::uint64_t{1} << 20;
+  std::string content;
+  zip_int64_t count = 1;
+  while (count > 0) {
+    const std::size_t size = content.size();
+    content.resize(std::min(about.size + 1, size + kPortion));
+    count = zip_fread(source.get(), content.data() + size, content.size() - size);
+    if (count < 0) refuse(std::string("is damaged: ") + zip_file_strerror(source.get()));
+    content.resize(size + static_cast<std::size_t>(count));
   }
-  if (count < 0) refuse(std::string("is damaged: ") + zip_file_strerror(source.get()));
-  if (size != about.size) refuse("is damaged: its size is not the announced one");
-  content.resize(about.size);
+  if (content.size() != about.size) refuse("is damaged: its size is not the announced one");
   return content;
 }
 

@@ -10,7 +10,6 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <set>
 
 #include "apps/runner/errors.h"
 
@@ -67,19 +66,6 @@ class TemporaryFolder {
   sigset_t former_mask_;
 };
 
-/// The platforms that the archive has a binary for, as a list for the reader.
-std::string offered_platforms(const UnitArchive& archive) {
-  std::set<std::string> platforms;
-  for (const std::string& entry : archive.entries()) {
-    const fs::path path = entry;
-    auto part = path.begin();
-    if (*part == "binaries" && ++part != path.end() && !part->empty()) platforms.insert(part->string());
-  }
-  std::string list;
-  for (const std::string& platform : platforms) list += (list.empty() ? "" : ", ") + platform;
-  return list.empty() ? "none at all" : list;
-}
-
 }  // namespace
 
 void UnitLibrary::Unload::operator()(void* library) const { dlclose(library); }
@@ -87,8 +73,9 @@ void UnitLibrary::Unload::operator()(void* library) const { dlclose(library); }
 UnitLibrary::UnitLibrary(const UnitArchive& archive, const std::string& model_identifier) {
   const std::string entry = binary_entry(model_identifier);
   if (!archive.contains(entry)) {
+    const std::string offered = archive.platforms();
     throw Error(ExitCode::kFile, archive.file().string() + ": has no binary for this machine (" + entry +
-                                     "); it has binaries for: " + offered_platforms(archive));
+                                     "); it has binaries for: " + (offered.empty() ? "none at all" : offered));
   }
   const std::string content = archive.read(entry);
 

@@ -24,15 +24,15 @@ TEST_F(ReportTest, NoTextEndsTheDataAndWhatIsOddIsTold) {
   write("a<b&.csv", "time,\"</script>\",\"say \"\"<!--\"\"\"\n0,1,2\n1,1.5,2\n");
   EXPECT_THAT(run_of("'a<b&.csv'")["notes"].dump(), HasSubstr("There is no a<b&.meta.json"));
   EXPECT_THAT(read("page.html"), HasSubstr("<title>a&lt;b&amp;</title>"));
-  const std::string meta = R"({"format": 1, "kind": "run", "settings": {"stopTime": 9}, "result": {"rows": 3},)";
+  const std::string meta = R"({"format": 1, "kind": "run", "settings": {"stopTime": 9}, "result": {"rows": 1e300},)";
   write("a<b&.meta.json", meta + R"("run": {"state": "</SCRIPT><b>"}})");
   nlohmann::json run = run_of("'a<b&.csv'");
   EXPECT_EQ(run["columns"][0]["name"], "</script>");
   EXPECT_EQ(run["columns"][1]["name"], "say \"<!--\"");
   EXPECT_EQ(run["meta"]["run"]["state"], "</SCRIPT><b>");
   EXPECT_THAT(run["warnings"].dump(), HasSubstr("the rows end at 1 s, before the stop time of 9 s"));
-  EXPECT_THAT(run["warnings"].dump(), HasSubstr("tells of 3 rows, but a<b&.csv has 2"));
-  write("a<b&.meta.json", meta + R"("run": {"exitCode": 3, "state": "stopped"}})");
+  EXPECT_THAT(run["warnings"].dump(), HasSubstr("tells of 1e+300 rows, but a<b&.csv has 2"));
+  write("a<b&.meta.json", meta + R"("run": {"exitCode": 1e300, "state": "stopped"}})");
   EXPECT_THAT(run_of("'a<b&.csv'")["warnings"].dump(), HasSubstr("the run did not end as it should: stopped"));
 }
 
@@ -43,11 +43,13 @@ TEST_F(ReportTest, RefusesWhatItCannotDraw) {
   expect_refusal("report good.csv -o ./good.csv", 2, "the page cannot take the place of 'good.csv'");
   expect_refusal("report good.npz", 2, "'good.npz': pages are made from CSV files");
   expect_refusal("report good.csv study.csv", 2, "'study.csv' is the table of a study");
+  const std::string deep = R"({"format": )" + std::string(1'000'000, '[') + std::string(1'000'000, ']') + "}";
   const std::pair<const char*, const char*> metas[] = {
       {R"({"format": 2, "kind": "run"})", "its format is 2, known is 1"},
       {R"({"format": 1, "kind": "map"})", "its kind is 'map', known are 'run' and 'sweep'"},
       {R"({"format": 1, "kind": "run", "outputs": 7})", "cannot read 'good.meta.json'"},
-      {R"({"format": 1)", "cannot read 'good.meta.json'"}};
+      {R"({"format": 1)", "cannot read 'good.meta.json'"},
+      {deep.c_str(), "good.meta.json: nested too deeply"}};
   for (const auto& [meta, message] : metas) {
     write("good.meta.json", meta);
     expect_refusal("report good.csv", 5, message);

@@ -40,9 +40,12 @@ class ProgramTest : public ::testing::Test {
 
   /// Runs the program to its end, after a shell command; it may leave nothing in its folder for temporary files.
   Outcome tessera(const std::string& arguments, const std::string& before = "true") {
-    const std::string command = "cd '" + folder_.string() + "' && " + before +
-                                " && exec env TMPDIR=temporary '" TESSERA_PROGRAM "' >stdout 2>stderr " + arguments;
-    const int status = std::system(command.c_str());
+    return shell(before + " && exec env TMPDIR=temporary '" TESSERA_PROGRAM "' >stdout 2>stderr " + arguments);
+  }
+
+  /// The same for a script that runs the program itself.
+  Outcome shell(const std::string& script) {
+    const int status = std::system(("cd '" + folder_.string() + "' && " + script).c_str());
     EXPECT_TRUE(WIFEXITED(status)) << "ended by signal " << WTERMSIG(status);
     EXPECT_TRUE(std::filesystem::is_empty(path("temporary"))) << "temporary files are left";
     return {WEXITSTATUS(status), read("stdout"), read("stderr")};

@@ -1,6 +1,8 @@
 // The archive, its description and its binary: what `tessera info` and `tessera validate` say, and which units are
 // refused.
 
+#include <sys/resource.h>
+
 #include <nlohmann/json.hpp>
 
 #include "runner/test_support.h"
@@ -52,6 +54,17 @@ TEST_F(ProgramTest, UnusableUnitsAreRefusedAndOldResultsStay) {
     pack("bad.fmu", c.changes);
     expect_refusal("run bad.fmu", c.code, c.message);
   }
+}
+
+TEST_F(ProgramTest, AnAnnouncedSizeTakesNoMemory) {
+  std::string bytes = read("mock.fmu");
+  constexpr std::size_t kNameOffset = 46, kSizeOffset = 24;  // in an entry of the archive's table of contents
+  bytes.replace(bytes.rfind(kDescription) - kNameOffset + kSizeOffset, 4, std::string("\0\0\0\x3f", 4));
+  write("large.fmu", bytes);
+  expect_refusal("info large.fmu", 5, "entry 'modelDescription.xml': is damaged");
+  rusage children = {};
+  getrusage(RUSAGE_CHILDREN, &children);
+  EXPECT_LT(children.ru_maxrss, 500'000);  // kB; the entry announces 1'032'192
 }
 
 TEST_F(ProgramTest, ValidateNamesEveryProblem) {
