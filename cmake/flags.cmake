@@ -27,6 +27,7 @@ endif()
 add_library(tessera_unit_flags INTERFACE)
 target_link_libraries(tessera_unit_flags INTERFACE tessera_flags)
 target_compile_options(tessera_unit_flags INTERFACE -fPIC -fvisibility=hidden -fvisibility-inlines-hidden
+                                                    -fno-sized-deallocation # asks libstdc++ for no newer operator
                                                     $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
 
 # A release is optimised as a whole where it is linked with tessera_whole_unit. Its objects hold ordinary code as well,

@@ -3,7 +3,10 @@
 # What building, running and testing need, as Debian packages.
 build_packages=(binutils cmake g++ libcli11-dev libgmock-dev libgtest-dev libjs-dygraphs libopenmpi-dev
   libpugixml-dev libtomlplusplus-dev libxml2-utils libzip-dev ninja-build nlohmann-json3-dev openmpi-bin
-  pkg-config)
+  pkg-config strace)
+
+# What the binaries for other platforms need besides, and the tests of these.
+cross_packages=(g++-aarch64-linux-gnu g++-mingw-w64-x86-64-posix googletest qemu-user wine64)
 
 # Installs those of the named packages that are missing; as root, or through sudo.
 install_missing() {

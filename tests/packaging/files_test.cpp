@@ -11,7 +11,6 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
-#include <set>
 #include <sstream>
 #include <vector>
 
@@ -113,37 +112,6 @@ TEST(Assemble, RefusesWhatItCannotPackAndKeepsTheOldArchive) {
   }
 }
 
-/// The lines that a command writes of the library.
-std::set<std::string> inspect(const std::string& command) {
-  const Outcome outcome = run(command + " '" TESSERA_LIBRARY "'");
-  EXPECT_EQ(outcome.status, 0) << outcome.text;
-  std::istringstream stream(outcome.text);
-  std::set<std::string> lines;
-  for (std::string line; std::getline(stream, line);) lines.insert(line);
-  return lines;
-}
-
-TEST(LibraryFile, ExportsTheFunctionsOfTheStandardAndNothingElse) {
-  const std::set<std::string> expected = {
-#define FMI2_FUNCTION(name, result, parameters) #name,
-#include "fmi/fmi2_functions.def"
-  };
-  EXPECT_EQ(expected.size(), 44U);
-  EXPECT_EQ(inspect("nm --dynamic --defined-only --format=just-symbols"), expected);
-}
-
-TEST(LibraryFile, NeedsTheSystemOnlyAndLooksInNoFolderOfItsOwn) {
-  std::set<std::string> needed;
-  for (const std::string& line : inspect("readelf --dynamic --wide")) {
-    EXPECT_THAT(line, ::testing::Not(::testing::AnyOf(HasSubstr("(RPATH)"), HasSubstr("(RUNPATH)"))));
-    if (line.find("(NEEDED)") != std::string::npos) needed.insert(line.substr(line.find('[')));
-  }
-  EXPECT_THAT(needed, Contains("[libc.so.6]"));
-#ifndef TESSERA_SANITIZED  // which needs the sanitizers' libraries
-  EXPECT_THAT(needed, ::testing::IsSubsetOf({"[libc.so.6]", "[libm.so.6]", "[libstdc++.so.6]", "[libgcc_s.so.1]"}));
-#endif
-}
-
 TEST(DescriptionFile, FollowsTheSchema) {
   if (std::getenv("TESSERA_FMI2_SCHEMA") == nullptr)
     GTEST_SKIP() << "TESSERA_FMI2_SCHEMA does not name the folder of the FMI 2.0 schema";
@@ -158,6 +126,11 @@ TEST(Documents, InTheSourcesAreCurrent) {
     EXPECT_TRUE(read_file(TESSERA_SOURCE_DIR "/docs/" + name) == read_file(TESSERA_DESCRIBED_DIR "/" + name))
         << "docs/" << name << " is out of date; build the target docs and commit the file";
   }
+  const std::string changelog = read_file(TESSERA_SOURCE_DIR "/CHANGELOG.md");
+  const std::size_t newest = changelog.find("\n## ") + 4;
+  const std::string version = changelog.substr(newest, changelog.find_first_of(",\n", newest) - newest);
+  EXPECT_THAT(read_file(TESSERA_DESCRIBED_DIR "/modelDescription.xml"), HasSubstr("\" version=\"" + version + "\""))
+      << "the newest version in CHANGELOG.md is not that of the project";
 }
 
 }  // namespace
