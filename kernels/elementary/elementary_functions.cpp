@@ -111,7 +111,7 @@ constexpr std::uint64_t kFirstMantissa = std::bit_cast<std::uint64_t>(0.70800781
 constexpr int kIntervalBits = 52 - 8;
 constexpr std::array<LogEntry, 256> kLogs = [] {
   std::array<LogEntry, 256> table{};
-  for (std::uint64_t j = 0; j < table.size(); ++j) {
+  for (std::uint64_t j = 0; j != table.size(); ++j) {
     const std::uint64_t first = kFirstMantissa + (j << kIntervalBits), last = first + (1ULL << kIntervalBits);
     const bool has_one = std::bit_cast<double>(first) < 1.0 && std::bit_cast<double>(last) > 1.0;
     const double centre = has_one ? 1.0 : 0.5 * (std::bit_cast<double>(first) + std::bit_cast<double>(last));
