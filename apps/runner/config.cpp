@@ -200,10 +200,11 @@ std::size_t end_of_string(std::string_view text, std::size_t begin) {
   return i;
 }
 
-/// Refuses what the parser does not survive: very long keys, for each dot of which it calls itself, and letters beyond
-/// ASCII outside of strings and comments, for which it has no answer.
+/// Refuses what does not survive: keys of many dots, each a table in a table and a call in a call, of which inline
+/// tables in one another make a multitude; and letters beyond ASCII outside of strings and comments, for which the
+/// parser has no answer.
 void refuse_the_indigestible(const std::filesystem::path& file, std::string_view text) {
-  constexpr int kMostDots = 1000;
+  constexpr int kMostDots = 20;
   int dots = 0;
   for (std::size_t i = 0; i < text.size();) {
     const char c = text[i];

@@ -54,7 +54,8 @@ void print_table(const ModelDescription& description, const std::string& platfor
   std::cout << table_text(rows, "rllllll");
 }
 
-void print_json(const ModelDescription& description, const std::vector<const Variable*>& variables) {
+void print_json(const ModelDescription& description, const std::string& platforms,
+                const std::vector<const Variable*>& variables) {
   using Json = nlohmann::ordered_json;
   const auto number = [](const std::optional<double>& value) { return value ? Json(*value) : Json(nullptr); };
   Json list = Json::array();
@@ -82,6 +83,7 @@ void print_json(const ModelDescription& description, const std::vector<const Var
                          {"fmiVersion", description.fmi_version},
                          {"guid", description.guid},
                          {"modelIdentifier", description.model_identifier},
+                         {"platforms", platforms},
                          {"stopTime", number(parse_number(description.stop_time))},
                          {"stepSize", number(parse_number(description.step_size))},
                          {"variables", list}};
@@ -98,7 +100,8 @@ void info(const InfoOptions& options) {
     for (const Variable* variable : variables) std::cout << variable->name << "\n";
     return;
   }
-  options.as_json ? print_json(description, variables) : print_table(description, archive.platforms(), variables);
+  const std::string platforms = archive.platforms();
+  options.as_json ? print_json(description, platforms, variables) : print_table(description, platforms, variables);
 }
 
 }  // namespace runner

@@ -1,5 +1,3 @@
-#include <fcntl.h>
-#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -9,17 +7,11 @@
 
 #include "apps/runner/command_line.h"
 #include "apps/runner/errors.h"
+#include "apps/runner/streams.h"
 
 int main(int argc, char** argv) {
   using runner::ExitCode;
-  // A closed pipe and a file at its size limit are then errors of write(), which are told, instead of a sudden end.
-  signal(SIGPIPE, SIG_IGN);
-  signal(SIGXFSZ, SIG_IGN);
-  // Closed standard streams keep their numbers, which the results would take otherwise, with the messages in them.
-  int descriptor = STDIN_FILENO;
-  while (descriptor >= STDIN_FILENO && descriptor <= STDERR_FILENO) descriptor = open("/dev/null", O_RDONLY);
-  close(descriptor);
-
+  runner::prepare_streams();
   ExitCode code = ExitCode::kFile;
   try {
     code = runner::run_command_line(argc, argv);

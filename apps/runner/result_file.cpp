@@ -19,7 +19,9 @@ namespace fs = std::filesystem;
 ResultFile::ResultFile(const fs::path& name) : name_(name), descriptor_(-1) {
   std::error_code ignored;
   const fs::file_status status = fs::status(name, ignored);
-  is_direct_ = fs::exists(status) && !fs::is_regular_file(status);
+  // What stands in these folders is another name of an open file, which cannot be replaced even if it is a regular one.
+  const bool is_open_elsewhere = name.string().starts_with("/dev/") || name.string().starts_with("/proc/");
+  is_direct_ = fs::exists(status) && (!fs::is_regular_file(status) || is_open_elsewhere);
   if (fs::is_directory(status)) throw Error(ExitCode::kFile, "cannot write '" + name.string() + "': it is a folder");
   if (!name.has_filename()) throw Error(ExitCode::kFile, "cannot write '" + name.string() + "': no name of a file");
   if (!is_direct_ && fs::is_symlink(name, ignored)) {

@@ -19,10 +19,12 @@ namespace fs = std::filesystem;
 
 #if defined(__x86_64__)
 const char* const kPlatform = "linux64";
+#elif defined(__aarch64__)
+const char* const kPlatform = "aarch64-linux";  // the standard names none for this processor; importers use this name
 #elif defined(__i386__)
 const char* const kPlatform = "linux32";
 #else
-const char* const kPlatform = "linux";  // the standard names no folder for this processor
+const char* const kPlatform = "linux";
 #endif
 
 std::string binary_entry(const std::string& model_identifier) {

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "apps/runner/errors.h"
+#include "apps/runner/streams.h"
 #include "apps/sweep/command_line.h"
 #include "apps/sweep/mpi_crew.h"
 #include "apps/sweep/player.h"
@@ -32,9 +33,7 @@ int lead(int argc, char** argv, sweep::Crew& crew) {
 int main(int argc, char** argv) {
   if (argc == 2 && std::string_view(argv[1]) == sweep::kPlayOption) return sweep::play_points();
 
-  // A closed pipe and a file at its size limit are then errors of write(), which are told, instead of a sudden end.
-  signal(SIGPIPE, SIG_IGN);
-  signal(SIGXFSZ, SIG_IGN);
+  runner::prepare_streams();
   if (!sweep::is_started_by_mpi()) {
     sweep::Alone alone;
     return lead(argc, argv, alone);

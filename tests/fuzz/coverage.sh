@@ -14,17 +14,13 @@ ctest --test-dir "$build" --output-on-failure >>"$build/log" || echo "some tests
 for corpus in "$source"/tests/fuzz/corpus/*; do
   "$build/tests/fuzz/${corpus##*/}" "$corpus" -runs=0 -close_fd_mask=3 2>>"$build/log"
 done
-llvm-profdata-14 merge "$build"/profiles/*.profraw -o "$build/profile"
+llvm-profdata merge "$build"/profiles/*.profraw -o "$build/profile"
 
 objects=()
 for file in "$build"/tests/*_tests "$build"/tests/*/*_tests "$build"/tests/fuzz/*_fuzzer "$build"/dist/tessera*; do
   [ ! -x "$file" ] || [ -d "$file" ] || objects+=(-object "$file")
 done
-llvm-cov-14 export -summary-only -instr-profile "$build/profile" "${objects[@]}" 2>>"$build/log" | python3 -c '
-import json, sys
-files = json.load(sys.stdin)["data"][0]["files"]
-for part in ("fmi", "runtime", "Vk_lib", "apps/runner"):
-    parts = [f["summary"] for f in files if f"./{part}/" in f["filename"]]
-    for kind in ("lines", "branches"):
-        covered, count = (sum(p[kind][key] for p in parts) for key in ("covered", "count"))
-        print(f"{part}: {covered} of {count} {kind}, {100 * covered / max(count, 1):.1f} %")'
+for part in fmi runtime Vk_lib apps/runner; do
+  llvm-cov report -instr-profile "$build/profile" "${objects[@]}" -path-equivalence=.,"$source" "$source/$part" \
+    2>>"$build/log" | awk -v part="$part" '$1 == "TOTAL" { print part ": " $10 " of the lines, " $13 " of the branches" }'
+done

@@ -15,6 +15,8 @@ TEST_F(ProgramTest, InfoListsTheVariables) {
   EXPECT_THAT(table.output, HasSubstr("  3  inlet.temperature_set  Real  parameter  degC  45     of the inflow, °C\n"));
   EXPECT_THAT(table.output, HasSubstr("  1  steps                  Real  output\n"));
   EXPECT_THAT(table.output, Not(HasSubstr("last_write")));
+  pack("both.fmu", {{"binaries/win64/mock.dll", "x"}});
+  EXPECT_THAT(tessera("info both.fmu").output, HasSubstr("platforms   linux64, win64\n"));
 
   const auto json = nlohmann::json::parse(tessera("info mock.fmu --json").output);
   EXPECT_EQ(json["stopTime"], 3.0);

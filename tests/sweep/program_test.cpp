@@ -117,6 +117,15 @@ TEST_F(SweepTest, ASignalEndsItBetweenRows) {
   }
 }
 
+TEST_F(SweepTest, ClosedStreamsLeaveNoMessagesInTheResults) {
+  write("plan.csv", "signal\n0\n0\n");
+  for (const char* closed : {"2>&-", "<&- >&- 2>&-"}) {
+    shell(SWEEP_PROGRAM " plan.csv -o out --restart --unit mock.fmu --keep steps=last " + std::string(closed));
+    EXPECT_EQ(table("out/results.csv").size(), 3U) << closed;
+    EXPECT_EQ(table("out/journal.csv"), table("out/results.csv")) << closed;
+  }
+}
+
 TEST_F(SweepTest, BadPlansAreToldBeforeAnythingRuns) {
   const std::string grid = "[grid]\nsignal = [0]\n", keep = "[keep]\nsteps = 'last'\n";
   const struct {
