@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -36,7 +37,12 @@ ResultFile::ResultFile(const fs::path& name) : name_(name), descriptor_(-1) {
         errno == ENOENT ? "there is no folder '" + name_.parent_path().string() + "'" : std::strerror(errno);
     throw Error(ExitCode::kFile, "cannot write '" + name.string() + "': " + reason);
   }
-  if (is_direct_) return;
+  if (is_direct_) {
+    struct stat mine = {}, standard = {};
+    is_standard_output_ = fstat(descriptor_, &mine) == 0 && fstat(STDOUT_FILENO, &standard) == 0 &&
+                          mine.st_dev == standard.st_dev && mine.st_ino == standard.st_ino;
+    return;
+  }
   if (flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
     close(descriptor_);
     throw Error(ExitCode::kFile, "cannot write '" + location_.string() + "': another run is writing it");

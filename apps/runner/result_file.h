@@ -8,8 +8,8 @@
 namespace runner {
 
 /// A file of lines, or of bytes in one piece, that takes its name only when it is complete: lines go to NAME.part,
-/// publish() renames that to NAME. A former NAME stays untouched until then. If NAME is a device or a pipe, it is
-/// written directly.
+/// publish() renames that to NAME. A former NAME stays untouched until then. If NAME is a device or a pipe, or leads
+/// through /dev or /proc to a file that is open already, it is written directly.
 class ResultFile {
  public:
   /// Opens NAME.part for writing, so that an impossible name shows before the run.
@@ -32,7 +32,10 @@ class ResultFile {
 
   std::uint64_t lines() const { return lines_; }  ///< in the file so far
   bool has_failed() const { return has_failed_; }
-  bool is_direct() const { return is_direct_; }  ///< Is NAME a device or a pipe?
+  bool is_direct() const { return is_direct_; }  ///< Is NAME written directly?
+
+  /// Does NAME lead to where the program's standard output goes?
+  bool is_standard_output() const { return is_standard_output_; }
 
   /// Where the lines are now: NAME.part, and NAME after publish().
   const std::filesystem::path& location() const { return location_; }
@@ -43,6 +46,7 @@ class ResultFile {
   std::filesystem::path name_;
   std::filesystem::path location_;
   bool is_direct_;
+  bool is_standard_output_ = false;
   int descriptor_;
   std::uint64_t size_ = 0;
   std::uint64_t lines_ = 0;

@@ -1,5 +1,7 @@
 #include "apps/runner/run.h"
 
+#include <unistd.h>
+
 #include <cstdio>
 #include <iostream>
 #include <memory>
@@ -181,6 +183,7 @@ ExitCode run(const RunOptions& options) {
   ExitCode code = played.failures.empty() ? ExitCode::kOk : played.failures.front().code();
   if (!has_rows) return code;
 
+  if (rows.file().is_standard_output()) dup2(STDERR_FILENO, STDOUT_FILENO);  // nothing between the rows
   rows.print_summary();
   std::printf("simulated time  %s s\n", seconds_text(played.reached).c_str());
   std::printf("wall time       %.3f s (%.3g times real time)\n", wall, seconds(played.reached) / wall);
