@@ -6,7 +6,6 @@ cd "$(dirname "${BASH_SOURCE[0]}")"
 . tools/setup.sh
 
 install_missing "${build_packages[@]}" libbenchmark-dev
-quietly "Configuring the benchmarks" cmake --preset gcc-release -B build/bench -DTESSERA_BENCH=ON -DBUILD_TESTING=OFF \
-  -DTESSERA_DIST_DIR=build/bench/dist -DTESSERA_REFERENCE_RESULT=OFF
-quietly "Building the benchmarks" cmake --build build/bench --parallel 2 --target tessera_bench
-build/bench/bench/tessera_bench "$@"
+quietly "Configuring the benchmarks" cmake --preset gcc-release -DTESSERA_BENCH=ON
+quietly "Building the benchmarks" cmake --build --preset gcc-release --target tessera_bench
+build/gcc-release/bench/tessera_bench "$@"

@@ -66,8 +66,8 @@ TEST_F(FrontEnd, CodesAreTheNamedOperations) {
   const double T = 320, P = 2.5e5;
   const auto common = [&](const CFluideBase& f, std::initializer_list<double> more) {
     const double v = f.vTP(T, P, 0), h = f.hTP(T, P, 0), s = f.sTP(T, P, 0), u = f.uTP(T, P, 0);
-    std::vector<double> all = {v, h, s, u, f.CpTP(T, P, 0), f.CvTP(T, P, 0), f.lambdaTP(T, P, 0), f.muTP(T, P, 0)};
-    all.insert(all.end(), {f.alfa_t(T, P, 0) / v, f.alfa_p(T, P, 0) / v});
+    const double Cp = f.CpTP(T, P, 0), Cv = f.CvTP(T, P, 0), lambda = f.lambdaTP(T, P, 0), mu = f.muTP(T, P, 0);
+    std::vector<double> all = {v, h, s, u, Cp, Cv, lambda, mu, f.alfa_t(T, P, 0) / v, f.alfa_p(T, P, 0) / v};
     all.insert(all.end(), more);
     return all;
   };
