@@ -6,7 +6,7 @@ source=$(cd "$(dirname "$0")/../.." && pwd)
 build=${1:-$source/build/coverage}
 mkdir -p "$build"
 cmake -S "$source" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_COMPILER=clang++ -DTESSERA_FUZZ=ON \
-  "-DCMAKE_CXX_FLAGS=-fprofile-instr-generate -fcoverage-mapping -O1 -fsanitize=fuzzer-no-link" >"$build/log"
+  "-DCMAKE_CXX_FLAGS=-fprofile-instr-generate -fcoverage-mapping -O1" >"$build/log"
 cmake --build "$build" --parallel 2 --target all fuzzers >>"$build/log"
 
 export LLVM_PROFILE_FILE="$build/profiles/%m.profraw" # %m: what runs the same binary adds up
