@@ -1,44 +1,84 @@
 #include "model/inputs.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+#include <cstdint>
+#include <utility>
 
 #include "model/signals.h"
 #include "model/tables/scenario.h"
 #include "runtime/clock.h"
-#include "runtime/lookup.h"
 
 namespace {
 
-double apply(const Scale& scale, double value, double own) {
-  switch (scale.operation) {
-    case Scale::Operation::add:
-      return value + scale.by;
-    case Scale::Operation::multiply:
-      return value * scale.by;
-    case Scale::Operation::multiply_by_own_source:
-      return value * own;
-    case Scale::Operation::none:
-      break;
-  }
-  return value;
-}
+/// The table of an input's own source. Whether there is one is told apart from the address, which a compiler need not
+/// know to be one.
+struct OwnTable {
+  const ScenarioTable* table = nullptr;
+  bool is_there = false;
 
+  constexpr OwnTable() = default;
+  constexpr OwnTable(const ScenarioTable& own_source) : table(&own_source), is_there(true) {}
+};
+constexpr OwnTable logic;  // the controller's
+
+/// The inputs with a scenario table. Those of the controller's logic pass their gates where they are computed.
 struct TableInput {
   input::Index k;
   double InputsInForce::*in_force;
-  const ScenarioTable* own_source;  // null: the controller's logic
+  OwnTable own_source;
 };
 
-constexpr std::nullptr_t logic = nullptr;
-constexpr const ScenarioTable* table(const ScenarioTable& own_source) { return &own_source; }
-constexpr const ScenarioTable* table(std::nullptr_t) { return nullptr; }
-
-constexpr auto kTableInputs = std::to_array<TableInput>({
+constexpr auto kTableInputs = [] {
+  constexpr auto all = std::to_array<TableInput>({
 #define INPUT(component, quantity, unit, start, min, max, nominal, parameter_scale, own_source, own_scale, text) \
-  {input::component##_##quantity, &InputsInForce::component##_##quantity, table(own_source)},
+  {input::component##_##quantity, &InputsInForce::component##_##quantity, own_source},
 #include "model/tables/inputs.def"
-});
+  });
+  constexpr auto has_table = [](const TableInput& row) { return row.own_source.is_there; };
+  std::array<TableInput, std::ranges::count_if(all, has_table)> inputs{};
+  std::ranges::copy_if(all, inputs.begin(), has_table);
+  return inputs;
+}();
+
+/// One sample of all tables, side by side: those of the inputs, then the stoichiometry.
+using ScenarioSample = std::array<double, kTableInputs.size() + 1>;
+
+constexpr auto kScenario = [] {
+  std::array<ScenarioSample, kScenarioSamples> samples{};
+  for (std::size_t i = 0; i < kScenarioSamples; ++i) {
+    for (std::size_t k = 0; k < kTableInputs.size(); ++k) samples[i][k] = (*kTableInputs[k].own_source.table)[i];
+    samples[i].back() = kStoichiometry[i];
+  }
+  return samples;
+}();
+
+/// look1_binlcpw of every table at a time [s]. Sample i is that of second i: its place needs no search.
+ScenarioSample scenario_at(double time) {
+  constexpr auto kLast = static_cast<std::uint32_t>(kScenarioSamples - 1);
+  std::uint32_t left = kLast - 1;
+  double fraction = 1.0;  // from the last sample on, and for a not-a-number
+  if (0.0 >= time) {
+    left = 0;
+    fraction = 0.0;
+  } else if (kLast > time) {
+    left = static_cast<std::uint32_t>(time);
+    fraction = time - left;
+  }
+  const ScenarioSample &from = kScenario[left], &to = kScenario[left + 1];
+  ScenarioSample sample;
+  for (std::size_t k = 0; k < sample.size(); ++k) sample[k] = (to[k] - from[k]) * fraction + from[k];
+  return sample;
+}
+
+/// The inputs with a table, each with its scales known to the compiler.
+template <std::size_t... i>
+void read_table_inputs(const ScenarioSample& own, std::index_sequence<i...>) {
+  ((Tessera_B.in.*kTableInputs[i].in_force =
+        gated(kTableInputs[i].k, scaled(kInputs[kTableInputs[i].k].own_scale, own[i], 0.0))),
+   ...);
+}
 
 /// A 1 s lag of a signal that starts settled.
 struct InputLag {
@@ -62,19 +102,11 @@ static_assert(std::ranges::all_of(kInputLags, [](const InputLag& lag) { return k
 
 }  // namespace
 
-double gated(input::Index k, double own) {
-  return Tessera_P.boolean[k] != 0 ? apply(kInputs[k].parameter_scale, Tessera_P.real[k], own) : own;
-}
-
 void read_inputs() {
-  const LookupPlace now = look1_binlcpw_place(model_time(), kScenarioTime_s.data(), kScenarioSamples - 1);
-  for (const TableInput& row : kTableInputs) {
-    if (row.own_source == nullptr) continue;
-    const double own = look1_at(now, row.own_source->data());
-    Tessera_B.in.*row.in_force = gated(row.k, apply(kInputs[row.k].own_scale, own, 0.0));
-  }
+  const ScenarioSample own = scenario_at(model_time());
+  read_table_inputs(own, std::make_index_sequence<kTableInputs.size()>{});
   Tessera_B.in.power_demand = std::max(0.0, Tessera_B.in.power_demand);
-  Tessera_B.in.stoichiometry = look1_at(now, kStoichiometry.data());
+  Tessera_B.in.stoichiometry = own.back();
   if (Tessera_DW.integrators_start) {
     for (const InputLag& lag : kInputLags) Tessera_X[lag.state] = Tessera_B.in.*lag.in_force;
   }

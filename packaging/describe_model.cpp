@@ -89,7 +89,7 @@ void write_log_categories(pugi::xml_node root) {
 void write_default_experiment(pugi::xml_node root) {
   pugi::xml_node experiment = root.append_child("DefaultExperiment");
   set(experiment, "startTime", 0.0);
-  set(experiment, "stopTime", kScenarioTime_s.back());
+  set(experiment, "stopTime", kScenarioEnd_s);
   set(experiment, "tolerance", 1e-4);
   set(experiment, "stepSize", 1.0);  // the model steps by 1 ms; a result with a row for each would fill gigabytes
 }

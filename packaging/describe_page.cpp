@@ -99,7 +99,7 @@ std::string replacement(std::string_view word) {
   if (word == "last_parameter") return std::to_string(kTimeReference - 1);
   if (word == "last_gate") return std::to_string(kBooleanCount - 1);
   if (word == "time_reference") return std::to_string(kTimeReference);
-  if (word == "scenario_end") return number(kScenarioTime_s.back());
+  if (word == "scenario_end") return number(kScenarioEnd_s);
   if (word == "inputs") return html(input_table());
   if (word == "outputs") return html_of_all_outputs();
   if (word == "units") return html(unit_table());
@@ -131,7 +131,7 @@ std::string variables_document() {
        "## Inputs (", std::to_string(kInputCount), ")\n\n",
        "Tunable parameters, each with a gate. While the gate is true, the model takes the parameter through the\n",
        "parameter's scale; while it is false (the start value), it takes its own source through the scale of that: a\n",
-       "table over 0 to ", number(kScenarioTime_s.back()), " s, or the controller.\n\n", markdown(input_table()),
+       "table over 0 to ", number(kScenarioEnd_s), " s, or the controller.\n\n", markdown(input_table()),
        "\nOutputs marked loop belong to the hydrogen loop, which magnifies roundings in stretches of the scenario;\n",
        "the documentation page tells how to compare results.\n"});
   for (const OutputGroup group : kGroups) {

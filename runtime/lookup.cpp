@@ -4,6 +4,12 @@ namespace {
 
 enum class EndRule { clip, extrapolate };
 
+/// A place among breakpoints: the interval that starts at index left, and how far into it.
+struct LookupPlace {
+  std::uint32_t left;
+  double fraction;
+};
+
 double fraction_in(const double* bp, std::uint32_t left, double u) {
   return (u - bp[left]) / (bp[left + 1] - bp[left]);
 }
@@ -22,15 +28,11 @@ LookupPlace find(double u, const double* bp, std::uint32_t maxIndex) {
   return {maxIndex - 1, ends == EndRule::clip ? 1.0 : fraction_in(bp, maxIndex - 1, u)};
 }
 
-}  // namespace
-
-LookupPlace look1_binlcpw_place(double u, const double* bp, std::uint32_t maxIndex) {
-  return find<EndRule::clip>(u, bp, maxIndex);
-}
-
 double look1_at(LookupPlace place, const double* table) {
   return (table[place.left + 1] - table[place.left]) * place.fraction + table[place.left];
 }
+
+}  // namespace
 
 double look1_binlcpw(double u, const double* bp, const double* table, std::uint32_t maxIndex) {
   return look1_at(find<EndRule::clip>(u, bp, maxIndex), table);

@@ -11,16 +11,6 @@
 /// Interpolates; beyond the ends the end values hold. A not-a-number u answers the last value.
 double look1_binlcpw(double u, const double* bp, const double* table, std::uint32_t maxIndex);
 
-/// A place among breakpoints: the interval that starts at index left, and how far into it.
-struct LookupPlace {
-  std::uint32_t left;
-  double fraction;
-};
-
-/// look1_binlcpw in two halves, for tables that share their breakpoints: where u lies, and a table's value there.
-LookupPlace look1_binlcpw_place(double u, const double* bp, std::uint32_t maxIndex);
-double look1_at(LookupPlace place, const double* table);
-
 /// Interpolates; beyond the ends the line through the two outermost points goes on.
 double look1_binlxpw(double u, const double* bp, const double* table, std::uint32_t maxIndex);
 

@@ -9,6 +9,7 @@
 // last sample its value holds.
 
 inline constexpr std::size_t kScenarioSamples = 1999;
+inline constexpr double kScenarioEnd_s = kScenarioSamples - 1;  ///< time of the last sample
 using ScenarioTable = std::array<double, kScenarioSamples>;
 
 /// A sample from which a value holds.
@@ -29,12 +30,6 @@ constexpr ScenarioTable held(const ScenarioStep (&steps)[n]) {
 }
 
 constexpr ScenarioTable held(double value) { return held({{0, value}}); }
-
-inline constexpr ScenarioTable kScenarioTime_s = [] {
-  ScenarioTable time{};
-  for (std::size_t i = 0; i < kScenarioSamples; ++i) time[i] = static_cast<double>(i);
-  return time;
-}();
 
 inline constexpr ScenarioTable kSystemCommand           = held(1.0);
 inline constexpr ScenarioTable kPowerDemand_kW          = held({{0, 20.0}, {197, 15.0}, {312, 20.0}, {423, 10.0}, {576, 20.0}});

@@ -62,7 +62,7 @@ void play(const char* file, const char* csv_file, int seconds) {
 int main(int argc, char** argv) {
   try {
     check(argc == 3 || argc == 4, "play_scenario LIBRARY CSV [SECONDS]:");
-    play(argv[1], argv[2], argc == 4 ? std::stoi(argv[3]) : static_cast<int>(kScenarioTime_s.back()));
+    play(argv[1], argv[2], argc == 4 ? std::stoi(argv[3]) : static_cast<int>(kScenarioEnd_s));
   } catch (const std::exception& error) {
     std::fprintf(stderr, "play_scenario: error: %s\n", error.what());
     return 1;

@@ -7,6 +7,7 @@
 #include "model/law_rows.h"
 #include "model/plant_driver.h"
 #include "model/signals.h"
+#include "model/tables/drive_cycle.h"
 #include "runtime/clock.h"
 
 namespace {
@@ -47,6 +48,11 @@ TEST_F(Plant, ScenarioRampsBetweenItsSamplesAndHoldsItsEnd) {
   EXPECT_EQ(Tessera_B.in.vehicle_speed, 133.31);
   EXPECT_EQ(demand_at(5000.0), 20000.0);
   EXPECT_EQ(Tessera_B.in.vehicle_speed, 0.0);
+  for (const double time : {-1.0, kNaN}) EXPECT_EQ(demand_at(time), 20000.0) << time;
+  for (std::size_t i = 0; i < kDriveCycle_km_h.size(); ++i) {
+    demand_at(static_cast<double>(i));
+    ASSERT_EQ(Tessera_B.in.vehicle_speed, kDriveCycle_km_h[i]) << i;
+  }
 }
 
 TEST_F(Plant, DistanceIsTheIntegralOfTheLaggedSpeed) {
