@@ -9,6 +9,23 @@
 #include "model/scalar_laws.h"
 #include "runtime/nonfinite.h"
 
+/// Below this pressure ratio an outflow of a heat capacity ratio of 1.4 is choked.
+inline constexpr double kCriticalRatio = 0.5282817877171742;
+
+/// The powers of a pressure ratio that an isentropic outflow needs.
+struct OutflowPowers {
+  double temperature, density;
+};
+
+inline OutflowPowers outflow_powers(double ratio) {
+  // For k = 1.4: (k - 1)/k and 1/k, each with these digits.
+  return {rt_powd_snf(ratio, 0.28571428571428564), rt_powd_snf(ratio, 0.7142857142857143)};
+}
+
+/// Those of the critical ratio, which most orifices of the plant are at. Computed at load, and by the function that
+/// computes all others: a compiler's own constant might differ in the last digit.
+extern const OutflowPowers kChokedPowers;
+
 /// Mass flow [kg/s] through an orifice: isentropic outflow (Saint-Venant and Wantzel) with the heat capacity ratio 1.4
 /// for every gas, choked below the critical pressure ratio.
 /// @param up       upstream gas; reads P [Pa] and rho [kg/m3]
@@ -17,17 +34,14 @@
 /// @param opening  share of the area, held within 0 and 1
 /// @return >= 0; 0 at equal pressures or without gas
 inline double orifice_mass_flow(const MoistGasState& up, double P_D, double A_0, double opening) {
-  // For k = 1.4: the critical pressure ratio, (k - 1)/k, 1/k and 2k/(k - 1), each with these digits.
-  constexpr double kCriticalRatio = 0.5282817877171742;
-  constexpr double kTemperatureExponent = 0.28571428571428564;
-  constexpr double kDensityExponent = 0.7142857142857143;
-  constexpr double kFactor = 7.000000000000002;
+  constexpr double kFactor = 7.000000000000002;  // 2k/(k - 1), with these digits
 
   const double pressure_times_density = up.P * up.rho;
   const double ratio = floored((1.0 / floored(up.P, 1.0)) * P_D, kCriticalRatio);
-  const double drop = 1.0 - rt_powd_snf(ratio, kTemperatureExponent);
+  const OutflowPowers powers = ratio == kCriticalRatio ? kChokedPowers : outflow_powers(ratio);
+  const double drop = 1.0 - powers.temperature;
   const double root = std::sqrt(floored((pressure_times_density * kFactor) * drop, 0.0));
-  const double flux = rt_powd_snf(ratio, kDensityExponent) * root;  // kg/(s m2)
+  const double flux = powers.density * root;  // kg/(s m2)
   return (A_0 * flux) * saturated(opening, 0.0, 1.0);
 }
 
