@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstddef>
+#include <utility>
 
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/AirHumide.h"
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/Brine_laws.h"
@@ -43,20 +44,23 @@ struct BrineValues {
 template <const BrineVector& brine, std::size_t n>
 std::array<BrineValues, n> brine_values(const std::array<double, n>& T, double P) {
   P = 0 >= P ? kLowest : P;
-  std::array<double, n> rho, alpha, Cp, integral;
+  std::array<double, n> held, rho, alpha, Cp, integral;
+  std::array<std::pair<double, double>, n> v;
   for (std::size_t i = 0; i < n; ++i) {
-    const double held = 0 >= T[i] ? kLowest : T[i];
-    rho[i] = brine_laws::poly(brine, brine_laws::kDensity, held);
-    alpha[i] = brine_laws::alpha(brine, held);
-    Cp[i] = brine_laws::poly(brine, brine_laws::kCp, held);
-    integral[i] = brine_laws::intCpdT(brine, held);
+    held[i] = 0 >= T[i] ? kLowest : T[i];
+    rho[i] = brine_laws::poly(brine, brine_laws::kDensity, held[i]);
+  }
+  for (std::size_t i = 0; i < n; ++i) v[i] = brine_laws::volumes(brine, rho[i], P);
+  for (std::size_t i = 0; i < n; ++i) {
+    alpha[i] = brine_laws::alpha(brine, held[i], rho[i]);
+    Cp[i] = brine_laws::poly(brine, brine_laws::kCp, held[i]);
+    integral[i] = brine_laws::intCpdT(brine, held[i]);
   }
   std::array<BrineValues, n> values;
   for (std::size_t i = 0; i < n; ++i) {
-    const auto [v, v_ref] = brine_laws::volumes(brine, rho[i], P);
-    const LiquidPoint p = {0 >= T[i] ? kLowest : T[i], P, brine.kappa, alpha[i], v, v_ref, Cp[i]};
+    const LiquidPoint p = {held[i], P, brine.kappa, alpha[i], v[i].first, v[i].second, Cp[i]};
     const double h = brine_laws::h(brine, p, integral[i]);
-    values[i] = {.v = v, .h = h, .u = h - v * P, .Cp = Cp[i], .alpha = p.alfa_t() / v, .kappa = p.alfa_p() / v};
+    values[i] = {.v = p.v, .h = h, .u = h - p.v * P, .Cp = p.Cp, .alpha = p.alfa_t() / p.v, .kappa = p.alfa_p() / p.v};
   }
   return values;
 }

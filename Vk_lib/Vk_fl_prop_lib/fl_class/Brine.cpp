@@ -46,7 +46,7 @@ double CBrine::poly(int i, double T) const { return brine_laws::poly(c, i, T); }
 
 double CBrine::tFreeze() const { return poly(kFreezing, c.conc) + 273.15; }
 
-double CBrine::alpha(double T) const { return brine_laws::alpha(c, T); }
+double CBrine::alpha(double T) const { return brine_laws::alpha(c, T, poly(kDensity, T)); }
 
 double CBrine::intCpdT(double T) const { return brine_laws::intCpdT(c, T); }
 

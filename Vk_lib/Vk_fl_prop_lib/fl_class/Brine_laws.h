@@ -25,8 +25,8 @@ constexpr double poly(const BrineVector& c, int i, double T) {
          dc4 * (a[15] + a[16] * dT) + dc5 * a[17];
 }
 
-/// Thermal expansion coefficient [1/K].
-constexpr double alpha(const BrineVector& c, double T) {
+/// Thermal expansion coefficient [1/K], with the density at T [kg/m3].
+constexpr double alpha(const BrineVector& c, double T, double rho) {
   const auto& a = c.c[kDensity];
   const double dT = T - c.tRef, dT2 = dT * dT;
   const double dc = c.conc - c.concRef;
@@ -34,7 +34,7 @@ constexpr double alpha(const BrineVector& c, double T) {
   const double density_slope = a[1] + 2 * dT * a[2] + 3 * dT2 * a[3] + dc * (a[5] + 2 * dT * a[6] + 3 * dT2 * a[7]) +
                                dc2 * (a[9] + 2 * dT * a[10] + 3 * dT2 * a[11]) + dc3 * (a[13] + 2 * dT * a[14]) +
                                dc4 * a[16];
-  return -density_slope / poly(c, kDensity, T);
+  return -density_slope / rho;
 }
 
 /// Integral of Cp from tRef to T [J/kg].
@@ -59,8 +59,9 @@ inline std::pair<double, double> volumes(const BrineVector& c, double rho, doubl
 
 /// What the properties at T and P share.
 inline LiquidPoint at(const BrineVector& c, double T, double P) {
-  const auto [v, v_ref] = volumes(c, poly(c, kDensity, T), P);
-  return {.T = T, .P = P, .kappa = c.kappa, .alpha = alpha(c, T), .v = v, .v_ref = v_ref, .Cp = poly(c, kCp, T)};
+  const double rho = poly(c, kDensity, T);
+  const auto [v, v_ref] = volumes(c, rho, P);
+  return {.T = T, .P = P, .kappa = c.kappa, .alpha = alpha(c, T, rho), .v = v, .v_ref = v_ref, .Cp = poly(c, kCp, T)};
 }
 
 /// Specific enthalpy [J/kg], with the integral of Cp from tRef to T.
