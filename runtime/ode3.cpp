@@ -23,12 +23,14 @@ void rt_ertODEUpdateContinuousStates(SolverInfo& solver) {
   auto& [y, f0, f1, f2] = *solver.data;
 
   *solver.step_mode = kMinorStep;
-  for (std::size_t i = 0; i < kStateCount; ++i) y[i] = x[i];
   *solver.derivatives = f0.data();
   Tessera_derivatives();
 
   double hB0 = kB[0][0] * h;
-  for (std::size_t i = 0; i < kStateCount; ++i) x[i] = y[i] + hB0 * f0[i];
+  for (std::size_t i = 0; i < kStateCount; ++i) {
+    y[i] = x[i];
+    x[i] = y[i] + hB0 * f0[i];
+  }
   evaluate_stage(solver, t + 0.5 * h, f1);
 
   // The sums keep their terms of weight 0, so that each stage forms them the same way.
