@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
+#include <bit>
+#include <cstddef>
+#include <tuple>
 #include <utility>
 
 #include "Vk_lib/Vk_fl_prop_lib/direct.h"
@@ -22,62 +24,99 @@ using gas_node::Index;
 
 GasSignals& signals = Tessera_B.gas;
 
-/// Holds the state within 0 and +Inf.
-double limited_state(std::size_t i) {
-  return Tessera_X[i] = clamped(Tessera_X[i], 0.0, std::numeric_limits<double>::infinity());
-}
+/// Holds the state within 0 and +Inf; a not-a-number stays one.
+double limited_state(std::size_t i) { return Tessera_X[i] = Tessera_X[i] <= 0.0 ? 0.0 : Tessera_X[i]; }
 
 // ---- The blocks ----------------------------------------------------------------------------------------------------
 
-/// Completes the gas at a node, whose state is known, with what its property blocks say.
-template <GasKind kind>
-[[gnu::always_inline]] inline MoistGas evaluated_gas(const MoistGasState& state) {
+/// Rows of numbers that are kept field by field.
+template <class Row, std::size_t n>
+struct Columns {
+  using Fields = std::array<double, sizeof(Row) / sizeof(double)>;
+  std::array<std::array<double, n>, std::tuple_size_v<Fields>> column;
+
+  void set(std::size_t i, const Row& row) {
+    const auto fields = std::bit_cast<Fields>(row);
+    for (std::size_t k = 0; k < fields.size(); ++k) column[k][i] = fields[k];
+  }
+  Row operator[](std::size_t i) const {
+    Fields fields;
+    for (std::size_t k = 0; k < fields.size(); ++k) fields[k] = column[k][i];
+    return std::bit_cast<Row>(fields);
+  }
+};
+
+// What lies side by side is computed law by law, with a column for each value: none waits for the divisions of another,
+// and the compiler takes several at once.
+
+/// Completes gases, whose states are known, with what their property blocks say.
+template <GasKind kind, std::size_t n>
+[[gnu::always_inline]] inline void evaluate_gases(const Columns<MoistGasState, n>& states, MoistGas* gases) {
   using namespace Vk_fl_prop_lib;
   constexpr const GasVector& slot1 = kind == GasKind::hydrogen ? kH2_IDG : kO2_IDG;
-  const double T = state.T;
-  const double x = humidity_ratio(state);
-  const double Cp_dry = kind == GasKind::hydrogen ? direct::gas_Cp(kH2_IDG, T) : direct::air_Cp(x);
-  const double h1 = direct::gas_enthalpy(slot1, T), h2 = direct::gas_enthalpy(kN2_IDG, T);
-  return {state, x, Cp_dry, h1, h2, Cp_dry / (1.0 + x), mixture_enthalpy(state, h1, h2, vapour_enthalpy_law(T))};
+  std::array<double, n> x, Cp_dry, h1, h2, Cp, h;
+  for (std::size_t i = 0; i < n; ++i) x[i] = humidity_ratio(states[i]);
+  for (std::size_t i = 0; i < n; ++i) {
+    Cp_dry[i] = kind == GasKind::hydrogen ? direct::gas_Cp(kH2_IDG, states[i].T) : direct::air_Cp(x[i]);
+  }
+  for (std::size_t i = 0; i < n; ++i) h1[i] = direct::gas_enthalpy(slot1, states[i].T);
+  for (std::size_t i = 0; i < n; ++i) h2[i] = direct::gas_enthalpy(kN2_IDG, states[i].T);
+  for (std::size_t i = 0; i < n; ++i) Cp[i] = Cp_dry[i] / (1.0 + x[i]);
+  for (std::size_t i = 0; i < n; ++i) {
+    h[i] = mixture_enthalpy(states[i], h1[i], h2[i], vapour_enthalpy_law(states[i].T));
+  }
+  for (std::size_t i = 0; i < n; ++i) gases[i] = {states[i], x[i], Cp_dry[i], h1[i], h2[i], Cp[i], h[i]};
 }
 
-// Volumes that lie side by side and differ in their size alone are computed in one loop: the compiler knows all of
-// their row but the size, and folds what depends on it.
+/// The same for one gas.
+template <GasKind kind>
+void evaluate_gas(const MoistGasState& state, MoistGas& gas) {
+  Columns<MoistGasState, 1> states;
+  states.set(0, state);
+  evaluate_gases<kind>(states, &gas);
+}
 
 constexpr bool are_alike(const VolumeRow& a, const VolumeRow& b) {
   return a.gas == b.gas && a.FixedComposition == b.FixedComposition && a.FixedPressure == b.FixedPressure;
 }
 
-/// A volume in a run of like ones, of which the compiler knows all but the size.
+/// A volume like the first of a run, but with a size of its own: the compiler knows all else of it.
 template <Index first>
-constexpr GasVolume volume_in_run(std::size_t node) {
+constexpr GasVolume volume_like(double V) {
   constexpr const GasVolume& of_first = kVolumes[first];
-  return {of_first.gas, kVolumes[node].V, of_first.P0, of_first.FixedComposition, of_first.FixedPressure};
+  return {of_first.gas, V, of_first.P0, of_first.FixedComposition, of_first.FixedPressure};
 }
 
-/// Output pass of a run of volumes: their gas from the masses of their slots [g] and their temperature states.
+/// Output pass of a run of volumes: their gas from the masses of their slots [g] and their temperatures.
 template <Index first, std::size_t n>
-void evaluate_volumes(const std::array<std::array<double, 3>, n>& mass_g) {
+void evaluate_volumes(const Columns<std::array<double, 3>, n>& mass_g, const std::array<double, n>& T) {
   static_assert(std::all_of(kVolumes.begin() + first, kVolumes.begin() + first + n,
                             [](const VolumeRow& row) { return are_alike(row, kVolumes[first]); }));
-  std::array<double, n> T;
-  for (std::size_t i = 0; i < n; ++i) T[i] = limited_state(kVolumes[first + i].T);
+  std::array<double, n> V;
+  for (std::size_t i = 0; i < n; ++i) V[i] = kVolumes[first + i].V;
+  Columns<GasContent, n> contents;
+  Columns<MoistGasState, n> states;
+  for (std::size_t i = 0; i < n; ++i) contents.set(i, volume_content(volume_like<first>(V[i]), mass_g[i]));
   for (std::size_t i = 0; i < n; ++i) {
-    const GasVolume volume = volume_in_run<first>(first + i);
-    const GasContent& content = signals.content[first + i] = volume_content(volume, mass_g[i]);
-    signals.at[first + i] = evaluated_gas<kVolumes[first].gas>(volume_state(volume, content, T[i]));
+    states.set(i, volume_state(volume_like<first>(V[i]), contents[i], T[i]));
   }
+  for (std::size_t i = 0; i < n; ++i) signals.content[first + i] = contents[i];
+  evaluate_gases<kVolumes[first].gas>(states, &signals.at[first]);
 }
 
-/// The same with the masses of their states.
+/// The same with the masses and temperatures of their states.
 template <Index first, Index last>
 void evaluate_volumes() {
-  std::array<std::array<double, 3>, last - first + 1> mass_g;
-  for (std::size_t i = 0; i < mass_g.size(); ++i) {
-    const std::size_t m = kVolumes[first + i].m1;
-    mass_g[i] = {0.001 * limited_state(m), 0.001 * limited_state(m + 1), 0.001 * limited_state(m + 2)};
+  constexpr std::size_t n = last - first + 1;
+  Columns<std::array<double, 3>, n> mass_g;
+  std::array<double, n> T;
+  for (std::size_t i = 0; i < n; ++i) {
+    const VolumeRow& volume = kVolumes[first + i];
+    const std::size_t m = volume.m1;
+    mass_g.set(i, {0.001 * limited_state(m), 0.001 * limited_state(m + 1), 0.001 * limited_state(m + 2)});
+    T[i] = limited_state(volume.T);
   }
-  evaluate_volumes<first>(mass_g);
+  evaluate_volumes<first>(mass_g, T);
 }
 
 /// What enters a volume through its ports.
@@ -117,8 +156,8 @@ void balance_volumes() {
   }
   std::array<VolumeDerivatives, n> derivatives;
   for (std::size_t i = 0; i < n; ++i) {
-    derivatives[i] = volume_balance(volume_in_run<first>(first + i), signals.content[first + i], signals.at[first + i],
-                                    inflow[i], W[i]);
+    derivatives[i] = volume_balance(volume_like<first>(kVolumes[first + i].V), signals.content[first + i],
+                                    signals.at[first + i], inflow[i], W[i]);
   }
   for (std::size_t i = 0; i < n; ++i) {
     const VolumeRow& volume = kVolumes[first + i];
@@ -195,7 +234,7 @@ void hydrogen_valves() {
                                                 .X1 = 1.0,
                                                 .X2 = 0.0,
                                                 .X3 = 0.0};
-    signals.at[gas_node::bleed_outlet] = evaluated_gas<GasKind::hydrogen>(signals.at[gas_node::bleed_outlet].state);
+    evaluate_gas<GasKind::hydrogen>(signals.at[gas_node::bleed_outlet].state, signals.at[gas_node::bleed_outlet]);
   }
   move_actuator(kH2_Valve1Actuator, Tessera_B.command.supply_valve);
   move_actuator(kH2_Valve2Actuator, Tessera_B.command.bleed_valve);
@@ -214,7 +253,7 @@ void outside_air() {
   const double T = Tessera_X[state::ambient_temperature];
   const double Psat = Tessera_PsatT(Tessera_DW.ambient_PsatT, 1.0, T, is_major_step());
   signals.ambient = ambient_air(T, Tessera_X[state::ambient_pressure], Tessera_X[state::ambient_humidity], Psat);
-  signals.at[gas_node::ambient] = evaluated_gas<GasKind::air>(signals.ambient.state);
+  evaluate_gas<GasKind::air>(signals.ambient.state, signals.at[gas_node::ambient]);
 }
 
 void compressor_flow() {
@@ -276,7 +315,9 @@ void evaluate_air_behind_radiator() {
     for (std::size_t slot = 0; slot < 3; ++slot) Tessera_X[volume.m1 + slot] = 1000.0 * mass_g[slot];
   }
   for (std::size_t slot = 0; slot < 3; ++slot) limited_state(volume.m1 + slot);  // read by nothing
-  evaluate_volumes<gas_node::Air_outRadia, 1>({mass_g});
+  Columns<std::array<double, 3>, 1> mass_column;
+  mass_column.set(0, mass_g);
+  evaluate_volumes<gas_node::Air_outRadia, 1>(mass_column, {limited_state(volume.T)});
 }
 
 // ---- Stack ---------------------------------------------------------------------------------------------------------
