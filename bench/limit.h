@@ -1,7 +1,8 @@
 #pragma once
 
-/// The arithmetic that an evaluation of the plant cannot do without, and nothing else: the least time that any form of
-/// it can take with this compiler, these flags and this mathematics library.
+/// The arithmetic that an evaluation of the plant cannot do without when all of the plant moves, and nothing else, with
+/// this compiler, these flags and this mathematics library. What an evaluation may take from the one before (ambient
+/// air that stands still) or from load (the powers of choked orifices) is done here each time.
 ///
 /// One evaluation needs 25 exp, 9 log, 10 real powers, 21 square roots, 2 tanh, 8 atan, 570 divisions, 62 polynomials
 /// and 28 table searches, when calls on equal arguments are shared and values that nothing reads are left out. They are

@@ -58,6 +58,22 @@ void one_step(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations());
 }
 
+/// The same while the weather changes, so that no evaluation can take its ambient air from the one before.
+void one_step_in_changing_weather(benchmark::State& state) {
+  const UnitInOperation unit;
+  Tessera_P.boolean[input::ambient_temperature] = 1;
+  double& temperature = Tessera_P.real[input::ambient_temperature];
+  const double start = temperature;
+  for (auto _ : state) {
+    temperature = temperature > 30.0 ? 20.0 : 40.0;  // degC; the air follows with 1 s
+    rtOneStep(Tessera_M);
+    benchmark::ClobberMemory();
+  }
+  Tessera_P.boolean[input::ambient_temperature] = 0;
+  temperature = start;
+  state.SetItemsProcessed(state.iterations());
+}
+
 /// The limit of a step: three evaluations.
 void limit(benchmark::State& state) {
   LimitState mix = limit_start();
@@ -83,10 +99,12 @@ void group(benchmark::State& state, void (*evaluate)()) {
 }  // namespace
 
 Figures add_step_benchmarks() {
-  constexpr const char *kStep = "one model step", *kLimit = "its arithmetic alone";
+  constexpr const char *kStep = "one model step", *kInWeather = "one model step in changing weather";
+  constexpr const char* kLimit = "its arithmetic alone";
   benchmark::RegisterBenchmark(kStep, one_step);
+  benchmark::RegisterBenchmark(kInWeather, one_step_in_changing_weather);
   benchmark::RegisterBenchmark(kLimit, limit);
-  Figures figures{.ratios = {{kStep, kLimit, 1.5}}, .costs = {}};
+  Figures figures{.ratios = {{kStep, kLimit, 1.5}, {kInWeather, kLimit, 0}}, .costs = {}};
   for (const auto& [name, evaluate, times] : kGroups) {
     benchmark::RegisterBenchmark(name, group, evaluate);
     figures.ratios.push_back({name, kStep, 0, times});

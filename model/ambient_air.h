@@ -2,7 +2,18 @@
 
 /// Moist air of the surroundings from temperature, pressure and relative humidity.
 
+#include <limits>
+
 #include "model/moist_gas.h"
+
+/// What decides the state of the ambient air; not-a-numbers before it is known.
+struct AmbientConditions {
+  double T = kUnknown;   ///< K
+  double P = kUnknown;   ///< Pa
+  double RH = kUnknown;  ///< relative humidity [percent]
+
+  static constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+};
 
 struct AmbientAir {
   MoistGasState state;

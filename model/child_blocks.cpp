@@ -193,9 +193,8 @@ bool start_child_blocks() {
 
 void terminate_child_blocks() { terminate(children); }
 
-void run_compressor_child_blocks() {
-  run(children[kInletCv]);
-  run(children[kOutletCv]);
-}
+void run_compressor_inlet_child_block() { run(children[kInletCv]); }
+
+void run_compressor_outlet_child_block() { run(children[kOutletCv]); }
 
 void run_heat_exchanger_child_block() { run(children[kHeatExchanger]); }

@@ -4,7 +4,7 @@
 #include <array>
 #include <bit>
 #include <cstddef>
-#include <tuple>
+#include <cstdint>
 #include <utility>
 
 #include "Vk_lib/Vk_fl_prop_lib/direct.h"
@@ -29,19 +29,20 @@ double limited_state(std::size_t i) { return Tessera_X[i] = Tessera_X[i] <= 0.0 
 
 // ---- The blocks ----------------------------------------------------------------------------------------------------
 
-/// Rows of numbers that are kept field by field.
+/// Rows of doubles that are kept field by field.
 template <class Row, std::size_t n>
 struct Columns {
-  using Fields = std::array<double, sizeof(Row) / sizeof(double)>;
-  std::array<std::array<double, n>, std::tuple_size_v<Fields>> column;
+  static constexpr std::size_t kFields = sizeof(Row) / sizeof(double);
+  using Fields = std::array<double, kFields>;
+  std::array<std::array<double, n>, kFields> column;
 
   void set(std::size_t i, const Row& row) {
     const auto fields = std::bit_cast<Fields>(row);
-    for (std::size_t k = 0; k < fields.size(); ++k) column[k][i] = fields[k];
+    for (std::size_t k = 0; k < kFields; ++k) column[k][i] = fields[k];
   }
   Row operator[](std::size_t i) const {
     Fields fields;
-    for (std::size_t k = 0; k < fields.size(); ++k) fields[k] = column[k][i];
+    for (std::size_t k = 0; k < kFields; ++k) fields[k] = column[k][i];
     return std::bit_cast<Row>(fields);
   }
 };
@@ -179,6 +180,11 @@ void evaluate_restrictions() {
   (evaluate.template operator()<ids>(), ...);
 }
 
+/// For a comparison by bits: -0.0 is not 0.0, and a not-a-number equals itself.
+std::array<std::uint64_t, 3> bits(const AmbientConditions& conditions) {
+  return std::bit_cast<std::array<std::uint64_t, 3>>(conditions);
+}
+
 /// Position of a valve, which follows its command.
 void move_actuator(const ActuatorRow& actuator, double command) {
   double& position = Tessera_X[actuator.position];
@@ -250,9 +256,13 @@ void hydrogen_valves() {
 // ---- Air -----------------------------------------------------------------------------------------------------------
 
 void outside_air() {
-  const double T = Tessera_X[state::ambient_temperature];
-  const double Psat = Tessera_PsatT(Tessera_DW.ambient_PsatT, 1.0, T, is_major_step());
-  signals.ambient = ambient_air(T, Tessera_X[state::ambient_pressure], Tessera_X[state::ambient_humidity], Psat);
+  const AmbientConditions now = {Tessera_X[state::ambient_temperature], Tessera_X[state::ambient_pressure],
+                                 Tessera_X[state::ambient_humidity]};
+  signals.ambient_changes = bits(now) != bits(signals.ambient_conditions);
+  if (!signals.ambient_changes) return;  // the same conditions, the same air: mostly they stand still
+  signals.ambient_conditions = now;
+  const double Psat = Tessera_PsatT(Tessera_DW.ambient_PsatT, 1.0, now.T, is_major_step());
+  signals.ambient = ambient_air(now.T, now.P, now.RH, Psat);
   evaluate_gas<GasKind::air>(signals.ambient.state, signals.at[gas_node::ambient]);
 }
 
@@ -282,7 +292,8 @@ void compressor_drive() {
   Tessera_B.u[state::compressor_first_lag] = Tessera_B.command.compressor_speed - first_lag;
   Tessera_B.u[state::compressor_second_lag] = first_lag;
 
-  run_compressor_child_blocks();
+  if (signals.ambient_changes) run_compressor_inlet_child_block();
+  run_compressor_outlet_child_block();
   signals.flow[gas_flow::compressor_outlet] =
       compressor_outflow(inlet, outlet, signals.Cv_dry[gas_node::ambient] / (1.0 + inlet.x),
                          signals.Cv_dry[gas_node::GV01A1] / (1.0 + outlet.x), compressor.w);

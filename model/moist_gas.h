@@ -32,7 +32,7 @@ constexpr MoistGasFlow operator-(const MoistGasFlow& f, const MoistGasFlow& g) {
 }
 
 /// A gas with what the blocks ask of it. Its specific values are those of its own temperature and pressure, so that
-/// each is computed once an evaluation, however many blocks read it.
+/// each is computed at most once an evaluation, however many blocks read it.
 struct MoistGas {
   MoistGasState state;
   double x;       ///< humidity ratio [kg/kg]

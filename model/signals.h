@@ -1,6 +1,6 @@
 #pragma once
 
-/// The signals of the plant: what its blocks hand to each other within an evaluation (Tessera_B), and what they keep
+/// The signals of the plant: what its blocks hand to each other in an evaluation (Tessera_B), and what they keep
 /// from step to step (Tessera_DW).
 
 #include <array>
@@ -36,6 +36,8 @@ struct GasSignals {
   std::array<double, kGasNodeCount> Cv_dry;      ///< at constant volume per kg of dry gas, where asked for [J/(kg K)]
   std::array<GasContent, kVolumeCount> content;  ///< of each volume
   std::array<MoistGasFlow, kGasFlowCount> flow;  ///< the flows into the nodes
+  AmbientConditions ambient_conditions;          ///< that the ambient air was last computed for
+  bool ambient_changes;                          ///< whether this evaluation computed it anew
   AmbientAir ambient;
 };
 

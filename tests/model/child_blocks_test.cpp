@@ -67,6 +67,24 @@ TEST_F(ChildBlocks, EveryGasBlockIsAnsweredAtItsOwnPlace) {
   EXPECT_EQ(answered, 98 - 6);  // all property blocks in use but the coolant's
 }
 
+TEST_F(ChildBlocks, AmbientAirFollowsEachOfItsConditions) {
+  start();
+  constexpr AmbientConditions kScenario = {313.15, 1e5, 30};
+  for (const auto& [T, P, RH] : {kScenario, {290, 1e5, 30}, {290, 8e4, 30}, {290, 8e4, 90}, kScenario}) {
+    Tessera_X[state::ambient_temperature] = T;
+    Tessera_X[state::ambient_pressure] = P;
+    Tessera_X[state::ambient_humidity] = RH;
+    Tessera_step();  // in which they move a little towards the scenario's
+    const MoistGas& air = Tessera_B.gas.at[gas_node::ambient];
+    EXPECT_NEAR(air.state.T, T, 0.05);
+    EXPECT_NEAR(air.state.P, P, 50);
+    // The law of the humidity takes air for 27.8 g/mol, that of the pressures for 28.83 when dry.
+    EXPECT_NEAR(air.state.p3, 28.83 / 27.8 * 0.01 * RH * SaturationPressureLaw(T), 0.01 * air.state.p3);
+    EXPECT_EQ(Tessera_B.gas.Cv_dry[gas_node::ambient],
+              ask(fluid::Moist_Air, property::Cv, air.state.T, air.state.P, air.x));
+  }
+}
+
 TEST_F(ChildBlocks, AFailureShowsWhenTheInstanceIsFreed) {
   fmi2Component c = start();
   const MoistGasState& gas = Tessera_B.gas.at[gas_node::cathode].state;
