@@ -258,7 +258,7 @@ void hydrogen_valves() {
 void outside_air() {
   const AmbientConditions now = {Tessera_X[state::ambient_temperature], Tessera_X[state::ambient_pressure],
                                  Tessera_X[state::ambient_humidity]};
-  signals.ambient_changes = bits(now) != bits(signals.ambient_conditions);
+  signals.ambient_changes = Tessera_DW.integrators_start || bits(now) != bits(signals.ambient_conditions);
   if (!signals.ambient_changes) return;  // the same conditions, the same air: mostly they stand still
   signals.ambient_conditions = now;
   const double Psat = Tessera_PsatT(Tessera_DW.ambient_PsatT, 1.0, now.T, is_major_step());

@@ -55,6 +55,14 @@ TEST_F(Plant, ScenarioRampsBetweenItsSamplesAndHoldsItsEnd) {
   }
 }
 
+TEST_F(Plant, AmbientAirThatIsNoNumberShowsFromTheFirstStepOn) {
+  for (const auto k : {input::ambient_temperature, input::ambient_pressure, input::ambient_humidity}) open({k, kNaN});
+  Tessera_initialize();
+  Tessera_step();
+  EXPECT_TRUE(std::isnan(Tessera_B.gas.ambient.state.rho));
+  EXPECT_TRUE(std::isnan(Tessera_B.gas.ambient.state.P));
+}
+
 TEST_F(Plant, DistanceIsTheIntegralOfTheLaggedSpeed) {
   open({input::vehicle_speed, 0.0});
   Tessera_initialize();
