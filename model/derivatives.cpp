@@ -33,7 +33,7 @@ constexpr std::size_t end_of_run(std::size_t first) {
 }
 
 template <std::size_t first>
-void write_derivatives_from(double* dx) {
+void write_derivatives_from(double* __restrict dx) {
   if constexpr (first < kStateCount) {
     constexpr std::size_t end = end_of_run(first);
     for (std::size_t i = first; i < end; ++i) {
