@@ -28,7 +28,9 @@ add_library(tessera_unit_flags INTERFACE)
 target_link_libraries(tessera_unit_flags INTERFACE tessera_flags)
 target_compile_options(tessera_unit_flags INTERFACE -fPIC -fvisibility=hidden -fvisibility-inlines-hidden
                                                     -fno-sized-deallocation # asks libstdc++ for no newer operator
-                                                    $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+                                                    $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>
+                                                    # short runs are copied in place, not by a call
+                                                    $<$<CXX_COMPILER_ID:GNU>:-fno-tree-loop-distribute-patterns>)
 
 # A release is optimised as a whole where it is linked with tessera_whole_unit. Its objects hold ordinary code as well,
 # which the tests link.

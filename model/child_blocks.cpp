@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstddef>
 #include <iterator>
 #include <string_view>
 
@@ -104,33 +105,33 @@ struct Cells {
   std::array<double*, kMaxPorts> out{};
 };
 
+#define GAS_CELL(node, value) COLUMN_CELL(Tessera_B.gas.at, MoistGas, node, value)
+#define LIQUID_CELL(volume, value) COLUMN_CELL(Tessera_B.liquid, LiquidPort, volume, value)
+
 Cells property_cells(const ChildBlockRow& row) {
   if (row.place == Place::liquid) {
-    LiquidSignals& liquid = Tessera_B.liquid[row.index];
-    return {{&liquid.port.T, &liquid.port.P}, {liquid.vector.data()}};
+    return {{LIQUID_CELL(row.index, T), LIQUID_CELL(row.index, P)}, {Tessera_B.liquid_vector[row.index].data()}};
   }
   if (row.place == Place::compressed_air) {
     CompressorSignals& compressor = Tessera_B.compressor;
-    const MoistGasState& outlet = Tessera_B.gas.at[gas_node::GV01A1].state;
-    return {{&compressor.T_enthalpy, &outlet.P}, {row.cell == Cell::h1 ? &compressor.h1 : &compressor.h2}};
+    return {{&compressor.T_enthalpy, GAS_CELL(gas_node::GV01A1, state.P)},
+            {row.cell == Cell::h1 ? &compressor.h1 : &compressor.h2}};
   }
-  MoistGas& gas = Tessera_B.gas.at[row.index];
-  double* const out = row.cell == Cell::h1       ? &gas.h1
-                      : row.cell == Cell::h2     ? &gas.h2
-                      : row.cell == Cell::Cp_dry ? &gas.Cp_dry
+  double* const out = row.cell == Cell::h1       ? GAS_CELL(row.index, h1)
+                      : row.cell == Cell::h2     ? GAS_CELL(row.index, h2)
+                      : row.cell == Cell::Cp_dry ? GAS_CELL(row.index, Cp_dry)
                                                  : &Tessera_B.gas.Cv_dry[row.index];
-  return {{&gas.state.T, &gas.state.P, &gas.x}, {out}};
+  return {{GAS_CELL(row.index, state.T), GAS_CELL(row.index, state.P), GAS_CELL(row.index, x)}, {out}};
 }
 
 Cells pressure_drop_cells(std::size_t index) {
   const auto* connection = std::ranges::find(kCoolantConnections, index, &CoolantConnection::restriction);
-  const LiquidSignals &first = Tessera_B.liquid[connection->first], &second = Tessera_B.liquid[connection->second];
   const auto& [A, D, ksi, beta, Re_crit, Cq] = kSingularDrop;
-  const auto& y = first.vector;
+  const auto& y = Tessera_B.liquid_vector[connection->first];
   LiquidRestrictionSignals& r = Tessera_B.liquid_restriction[index];
-  return {
-      {&A, &D, &ksi, &beta, &Re_crit, &Cq, &y[0], &y[7], &y[4], &y[5], &first.port.T, &first.port.P, &second.port.P},
-      {&r.Qm, &r.Qv, &r.Re}};
+  return {{&A, &D, &ksi, &beta, &Re_crit, &Cq, &y[0], &y[7], &y[4], &y[5], LIQUID_CELL(connection->first, T),
+           LIQUID_CELL(connection->first, P), LIQUID_CELL(connection->second, P)},
+          {&r.Qm, &r.Qv, &r.Re}};
 }
 
 Cells heat_exchanger_cells() {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 
 #include "Vk_lib/Vk_fl_prop_lib/direct.h"
 #include "model/child_blocks.h"
@@ -39,11 +40,11 @@ void evaluate_liquids(const std::array<double, kLiquidCount>& T) {
   const auto values = Vk_fl_prop_lib::direct::brine_values<brine>(own_T, kCoolantPressure);
   for (std::size_t i = 0; i < own_T.size(); ++i) {
     const auto& [v, h, u, Cp, alpha, kappa] = values[i];
-    Tessera_B.liquid[first + i].port = {kCoolantPressure, own_T[i], v, h, u, Cp, alpha, kappa};
+    Tessera_B.liquid.set(first + i, LiquidPort{kCoolantPressure, own_T[i], v, h, u, Cp, alpha, kappa});
   }
 }
 
-const LiquidPort& port(liquid::Index volume) { return Tessera_B.liquid[volume].port; }
+LiquidPort port(liquid::Index volume) { return Tessera_B.liquid[volume]; }
 
 /// Runs the flow laws of a restriction, which keep a sign from one major step to the next.
 /// @return the quadratic one's mass flow [kg/s]
@@ -172,17 +173,19 @@ void radiator() {
 
 void coolant_balances() {
   std::array<LiquidFlow, kLiquidCount> inflow{};
-  for (const CoolantConnection& connection : kCoolantConnections) {
-    const LiquidPort &first = port(connection.first), &second = port(connection.second);
+  for_each_row<std::size(kCoolantConnections)>([&](auto i) {
+    constexpr CoolantConnection connection = kCoolantConnections[i];
+    const LiquidPort first = port(connection.first), second = port(connection.second);
     const double imposed = cooling.flow[connection.flow];
-    const double mdot = connection.restriction == liquid_restriction::none
-                            ? imposed
-                            : restriction_flow(connection.restriction, first, second, imposed);
+    double mdot = imposed;
+    if constexpr (connection.restriction != liquid_restriction::none) {
+      mdot = restriction_flow(connection.restriction, first, second, imposed);
+    }
     const LiquidFlow flow = liquid_flow(first, second, mdot);
     LiquidFlow &from = inflow[connection.first], &to = inflow[connection.second];
     from = {from.mdot - flow.mdot, from.Hdot - flow.Hdot};
     to = {to.mdot + flow.mdot, to.Hdot + flow.Hdot};
-  }
+  });
 
   std::array<double, kLiquidCount> heat{};
   const double s = Tessera_DW.coolant_sign;
@@ -193,11 +196,14 @@ void coolant_balances() {
   inflow[liquid::CoolantVolume].Hdot += 0.0 * port(liquid::CoolantVolume).h;
   Tessera_B.u[state::heater] = cooling.heater_power;
 
+  std::array<double, kLiquidCount> volume_rate, T_rate;
+  for_each_row<kLiquidCount>(
+      [&](auto v) { volume_rate[v] = liquid_volume_rate(kLiquidVolumes[v].V0, Tessera_X[kLiquidVolumes[v].V]); });
   for (std::size_t v = 0; v < kLiquidCount; ++v) {
-    const LiquidVolumeRow& row = kLiquidVolumes[v];
-    const double volume_rate = liquid_volume_rate(row.V0, Tessera_X[row.V]);
-    const LiquidPort& liquid = port(static_cast<liquid::Index>(v));
-    Tessera_B.u[row.V] = volume_rate;
-    Tessera_B.u[row.T] = liquid_volume_balance(liquid, row.V0, volume_rate, inflow[v], heat[v]).T;
+    T_rate[v] = liquid_volume_balance(Tessera_B.liquid[v], kLiquidVolumes[v].V0, volume_rate[v], inflow[v], heat[v]).T;
   }
+  for_each_row<kLiquidCount>([&](auto v) {
+    Tessera_B.u[kLiquidVolumes[v].V] = volume_rate[v];
+    Tessera_B.u[kLiquidVolumes[v].T] = T_rate[v];
+  });
 }

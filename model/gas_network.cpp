@@ -10,6 +10,7 @@
 #include "Vk_lib/Vk_fl_prop_lib/direct.h"
 #include "model/air_compressor.h"
 #include "model/child_blocks.h"
+#include "model/columns.h"
 #include "model/gas_restriction.h"
 #include "model/humidifier.h"
 #include "model/hydrogen_supply.h"
@@ -29,52 +30,33 @@ double limited_state(std::size_t i) { return Tessera_X[i] = Tessera_X[i] <= 0.0 
 
 // ---- The blocks ----------------------------------------------------------------------------------------------------
 
-/// Rows of doubles that are kept field by field.
-template <class Row, std::size_t n>
-struct Columns {
-  static constexpr std::size_t kFields = sizeof(Row) / sizeof(double);
-  using Fields = std::array<double, kFields>;
-  std::array<std::array<double, n>, kFields> column;
-
-  void set(std::size_t i, const Row& row) {
-    const auto fields = std::bit_cast<Fields>(row);
-    for (std::size_t k = 0; k < kFields; ++k) column[k][i] = fields[k];
-  }
-  Row operator[](std::size_t i) const {
-    Fields fields;
-    for (std::size_t k = 0; k < kFields; ++k) fields[k] = column[k][i];
-    return std::bit_cast<Row>(fields);
-  }
-};
-
 // What lies side by side is computed law by law, with a column for each value: none waits for the divisions of another,
 // and the compiler takes several at once.
 
-/// Completes gases, whose states are known, with what their property blocks say.
-template <GasKind kind, std::size_t n>
-[[gnu::always_inline]] inline void evaluate_gases(const Columns<MoistGasState, n>& states, MoistGas* gases) {
+/// Completes the gases of neighbouring nodes, whose states are known, with what their property blocks say.
+template <GasKind kind, std::size_t first, std::size_t n>
+[[gnu::always_inline]] inline void evaluate_gases() {
   using namespace Vk_fl_prop_lib;
   constexpr const GasVector& slot1 = kind == GasKind::hydrogen ? kH2_IDG : kO2_IDG;
-  std::array<double, n> x, Cp_dry, h1, h2, Cp, h;
-  for (std::size_t i = 0; i < n; ++i) x[i] = humidity_ratio(states[i]);
-  for (std::size_t i = 0; i < n; ++i) {
-    Cp_dry[i] = kind == GasKind::hydrogen ? direct::gas_Cp(kH2_IDG, states[i].T) : direct::air_Cp(x[i]);
+  constexpr std::size_t end = first + n;
+  auto& [P, p1, p2, p3, T, rho, X1, X2, X3, x, Cp_dry, h1, h2, Cp, h] = signals.at.column;
+  for (std::size_t i = first; i < end; ++i) x[i] = humidity_ratio(signals.at[i].state);
+  for (std::size_t i = first; i < end; ++i) {
+    Cp_dry[i] = kind == GasKind::hydrogen ? direct::gas_Cp(kH2_IDG, T[i]) : direct::air_Cp(x[i]);
   }
-  for (std::size_t i = 0; i < n; ++i) h1[i] = direct::gas_enthalpy(slot1, states[i].T);
-  for (std::size_t i = 0; i < n; ++i) h2[i] = direct::gas_enthalpy(kN2_IDG, states[i].T);
-  for (std::size_t i = 0; i < n; ++i) Cp[i] = Cp_dry[i] / (1.0 + x[i]);
-  for (std::size_t i = 0; i < n; ++i) {
-    h[i] = mixture_enthalpy(states[i], h1[i], h2[i], vapour_enthalpy_law(states[i].T));
+  for (std::size_t i = first; i < end; ++i) h1[i] = direct::gas_enthalpy(slot1, T[i]);
+  for (std::size_t i = first; i < end; ++i) h2[i] = direct::gas_enthalpy(kN2_IDG, T[i]);
+  for (std::size_t i = first; i < end; ++i) Cp[i] = Cp_dry[i] / (1.0 + x[i]);
+  for (std::size_t i = first; i < end; ++i) {
+    h[i] = mixture_enthalpy(signals.at[i].state, h1[i], h2[i], vapour_enthalpy_law(T[i]));
   }
-  for (std::size_t i = 0; i < n; ++i) gases[i] = {states[i], x[i], Cp_dry[i], h1[i], h2[i], Cp[i], h[i]};
 }
 
 /// The same for one gas.
-template <GasKind kind>
-void evaluate_gas(const MoistGasState& state, MoistGas& gas) {
-  Columns<MoistGasState, 1> states;
-  states.set(0, state);
-  evaluate_gases<kind>(states, &gas);
+template <GasKind kind, Index node>
+void evaluate_gas(const MoistGasState& state) {
+  signals.at.set(node, state);
+  evaluate_gases<kind, node, 1>();
 }
 
 constexpr bool are_alike(const VolumeRow& a, const VolumeRow& b) {
@@ -95,14 +77,12 @@ void evaluate_volumes(const Columns<std::array<double, 3>, n>& mass_g, const std
                             [](const VolumeRow& row) { return are_alike(row, kVolumes[first]); }));
   std::array<double, n> V;
   for (std::size_t i = 0; i < n; ++i) V[i] = kVolumes[first + i].V;
-  Columns<GasContent, n> contents;
-  Columns<MoistGasState, n> states;
-  for (std::size_t i = 0; i < n; ++i) contents.set(i, volume_content(volume_like<first>(V[i]), mass_g[i]));
+  for (std::size_t i = 0; i < n; ++i)
+    signals.content.set(first + i, volume_content(volume_like<first>(V[i]), mass_g[i]));
   for (std::size_t i = 0; i < n; ++i) {
-    states.set(i, volume_state(volume_like<first>(V[i]), contents[i], T[i]));
+    signals.at.set(first + i, volume_state(volume_like<first>(V[i]), signals.content[first + i], T[i]));
   }
-  for (std::size_t i = 0; i < n; ++i) signals.content[first + i] = contents[i];
-  evaluate_gases<kVolumes[first].gas>(states, &signals.at[first]);
+  evaluate_gases<kVolumes[first].gas, first, n>();
 }
 
 /// The same with the masses and temperatures of their states.
@@ -114,7 +94,7 @@ void evaluate_volumes() {
   for (std::size_t i = 0; i < n; ++i) {
     const VolumeRow& volume = kVolumes[first + i];
     const std::size_t m = volume.m1;
-    mass_g.set(i, {0.001 * limited_state(m), 0.001 * limited_state(m + 1), 0.001 * limited_state(m + 2)});
+    mass_g.set(i, std::array{0.001 * limited_state(m), 0.001 * limited_state(m + 1), 0.001 * limited_state(m + 2)});
     T[i] = limited_state(volume.T);
   }
   evaluate_volumes<first>(mass_g, T);
@@ -130,9 +110,10 @@ MoistGasFlow inflow_of() {
 }
 
 /// Vapour flow that the gas of a volume with a vapour limiter takes in [kg/s].
-double limited_vapour_flow(std::size_t node, double vapour_flow) {
+template <std::size_t node>
+double limited_vapour_flow(double vapour_flow) {
   constexpr double kWaterMolarMass = 18.0;  // g/mol
-  const VolumeRow& volume = kVolumes[node];
+  constexpr const VolumeRow& volume = kVolumes[node];
   PurgeBlock& purge = Tessera_DW.purge[node];
   const double vapour_start = (1.0 / kWaterMolarMass) * signals.content[node].m3;  // of kg: the model's own units
   Tessera_With_purge(purge, Tessera_DW.sub_block[volume.purge], Tessera_X[volume.purge], 1.0, kWaterMolarMass,
@@ -148,17 +129,18 @@ void balance_volumes() {
   static_assert(std::all_of(kVolumes.begin() + first, kVolumes.begin() + last + 1, [](const VolumeRow& row) {
     return row.FixedPressure == kVolumes[first].FixedPressure;  // the balance reads no more of the row
   }));
-  const auto inflow = []<std::size_t... i>(std::index_sequence<i...>) { return std::array{inflow_of<first + i>()...}; }
-  (std::make_index_sequence<n>{});
+  Columns<MoistGasFlow, n> inflow;
   std::array<double, n> W;
+  for_each_row<n>([&](auto i) {
+    const MoistGasFlow flow = inflow_of<first + i>();
+    inflow.set(i, flow);
+    W[i] = flow.mdot3;
+    if constexpr (kVolumes[first + i].WithPurge) W[i] = limited_vapour_flow<first + i>(flow.mdot3);
+  });
+  Columns<VolumeDerivatives, n> derivatives;
   for (std::size_t i = 0; i < n; ++i) {
-    const bool is_limited = kVolumes[first + i].WithPurge;
-    W[i] = is_limited ? limited_vapour_flow(first + i, inflow[i].mdot3) : inflow[i].mdot3;
-  }
-  std::array<VolumeDerivatives, n> derivatives;
-  for (std::size_t i = 0; i < n; ++i) {
-    derivatives[i] = volume_balance(volume_like<first>(kVolumes[first + i].V), signals.content[first + i],
-                                    signals.at[first + i], inflow[i], W[i]);
+    derivatives.set(i, volume_balance(volume_like<first>(kVolumes[first + i].V), signals.content[first + i],
+                                      signals.at[first + i], inflow[i], W[i]));
   }
   for (std::size_t i = 0; i < n; ++i) {
     const VolumeRow& volume = kVolumes[first + i];
@@ -167,15 +149,18 @@ void balance_volumes() {
   }
 }
 
-/// Flows of restrictions.
+/// Flows of restrictions: out of the gas at the higher pressure, or at port A.
 template <restriction::Index... ids>
 void evaluate_restrictions() {
   const auto evaluate = []<restriction::Index id>() {
     constexpr const RestrictionRow& row = kRestrictions[id];
-    const auto [dir, FlowA, FlowB] =
-        restriction_flows(row, signals.at[row.A], signals.at[row.B], Tessera_X[row.opening]);
+    const double P_A = signals.at[row.A].state.P, P_B = signals.at[row.B].state.P;
+    const bool forward = P_A >= P_B;
+    const MoistGas up = signals.at[forward ? row.A : row.B];
+    const double w = restriction_mass_flow(row, up.state, forward ? P_B : P_A, Tessera_X[row.opening]);
+    const MoistGasFlow flow = flow_of(up, w), FlowA = forward ? -flow : flow;
     signals.flow[row.FlowA] = FlowA;
-    signals.flow[row.FlowB] = FlowB;
+    signals.flow[row.FlowB] = -FlowA;
   };
   (evaluate.template operator()<ids>(), ...);
 }
@@ -231,16 +216,15 @@ void hydrogen_loop() {
 void hydrogen_valves() {
   // The outside of the bleed valve: pure hydrogen at a fixed state, whatever the ambient is.
   if (Tessera_DW.integrators_start) {
-    signals.at[gas_node::bleed_outlet].state = {.P = 100000.0,
-                                                .p1 = 100000.0,
-                                                .p2 = 0.0,
-                                                .p3 = 0.0,
-                                                .T = 313.15,
-                                                .rho = 0.07681880721056662,
-                                                .X1 = 1.0,
-                                                .X2 = 0.0,
-                                                .X3 = 0.0};
-    evaluate_gas<GasKind::hydrogen>(signals.at[gas_node::bleed_outlet].state, signals.at[gas_node::bleed_outlet]);
+    evaluate_gas<GasKind::hydrogen, gas_node::bleed_outlet>({.P = 100000.0,
+                                                             .p1 = 100000.0,
+                                                             .p2 = 0.0,
+                                                             .p3 = 0.0,
+                                                             .T = 313.15,
+                                                             .rho = 0.07681880721056662,
+                                                             .X1 = 1.0,
+                                                             .X2 = 0.0,
+                                                             .X3 = 0.0});
   }
   move_actuator(kH2_Valve1Actuator, Tessera_B.command.supply_valve);
   move_actuator(kH2_Valve2Actuator, Tessera_B.command.bleed_valve);
@@ -263,7 +247,7 @@ void outside_air() {
   signals.ambient_conditions = now;
   const double Psat = Tessera_PsatT(Tessera_DW.ambient_PsatT, 1.0, now.T, is_major_step());
   signals.ambient = ambient_air(now.T, now.P, now.RH, Psat);
-  evaluate_gas<GasKind::air>(signals.ambient.state, signals.at[gas_node::ambient]);
+  evaluate_gas<GasKind::air, gas_node::ambient>(signals.ambient.state);
 }
 
 void compressor_flow() {

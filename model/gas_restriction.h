@@ -62,25 +62,14 @@ inline double bernoulli_mass_flow(const MoistGasState& up, double P_D, double C)
   return C * (turbulent - (turbulent - laminar) * laminar_share);
 }
 
-/// What a restriction sends into the volumes at its ports.
-struct RestrictionFlows {
-  double dir;  ///< 1.0: port A is upstream, also at equal pressures; 2.0: port B is
-  MoistGasFlow FlowA, FlowB;
-};
-
-/// Flows of a restriction between the gases at its ports. Always inline, so that it is made for its row.
+/// Mass flow [kg/s] of a restriction by the law of its row.
+/// @param up       upstream gas; reads P [Pa] and rho [kg/m3]
+/// @param P_D      downstream pressure [Pa], at most up.P
 /// @param opening  of an orifice; the Bernoulli law does not read it
-[[gnu::always_inline]] inline RestrictionFlows restriction_flows(const RestrictionRow& row, const MoistGas& A,
-                                                                 const MoistGas& B, double opening) {
-  const double dir = A.state.P >= B.state.P ? 1.0 : 2.0;
-  const bool forward = dir == 1.0;
-  const MoistGas& up = forward ? A : B;
-  const double P_D = forward ? B.state.P : A.state.P;
-  const double w = row.law == RestrictionLaw::orifice ? orifice_mass_flow(up.state, P_D, row.coefficient, opening)
-                                                      : bernoulli_mass_flow(up.state, P_D, row.coefficient);
-  const MoistGasFlow flow = flow_of(up, w);
-  const MoistGasFlow FlowA = forward ? -flow : flow;
-  return {dir, FlowA, -FlowA};
+[[gnu::always_inline]] inline double restriction_mass_flow(const RestrictionRow& row, const MoistGasState& up,
+                                                           double P_D, double opening) {
+  return row.law == RestrictionLaw::orifice ? orifice_mass_flow(up, P_D, row.coefficient, opening)
+                                            : bernoulli_mass_flow(up, P_D, row.coefficient);
 }
 
 /// Speed [1/s] of a valve actuator: a lag towards the command, with one time constant for opening and one for closing.

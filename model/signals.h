@@ -6,6 +6,7 @@
 #include <array>
 
 #include "model/ambient_air.h"
+#include "model/columns.h"
 #include "model/coolant_restriction.h"
 #include "model/electrical_network.h"
 #include "model/enabled_blocks.h"
@@ -32,9 +33,9 @@ struct MemoryValues {
 
 /// The gas network.
 struct GasSignals {
-  std::array<MoistGas, kGasNodeCount> at;        ///< the gas at each node
+  Columns<MoistGas, kGasNodeCount> at;           ///< the gas at each node
   std::array<double, kGasNodeCount> Cv_dry;      ///< at constant volume per kg of dry gas, where asked for [J/(kg K)]
-  std::array<GasContent, kVolumeCount> content;  ///< of each volume
+  Columns<GasContent, kVolumeCount> content;     ///< of each volume
   std::array<MoistGasFlow, kGasFlowCount> flow;  ///< the flows into the nodes
   AmbientConditions ambient_conditions;          ///< that the ambient air was last computed for
   bool ambient_changes;                          ///< whether this evaluation computed it anew
@@ -92,12 +93,6 @@ struct CompressorSignals {
   double T_enthalpy;   ///< K
 };
 
-/// A liquid volume.
-struct LiquidSignals {
-  LiquidPort port;
-  std::array<double, 13> vector;  ///< of its property block, which the step does not run
-};
-
 struct CoolingSignals {
   double T_out, T_in, T_amb, T_set;              ///< since the last tick of 10 ms [degC]
   double T_set_slow, T_out_slow, T_amb_slow;     ///< since the last tick of 100 ms [degC]
@@ -142,7 +137,8 @@ struct Signals {
   CompressorSignals compressor;
   CoolingSignals cooling;
   ElectricalSignals electrical;
-  std::array<LiquidSignals, kLiquidCount> liquid;
+  Columns<LiquidPort, kLiquidCount> liquid;
+  std::array<std::array<double, 13>, kLiquidCount> liquid_vector;  ///< of the property blocks, which no step runs
   std::array<LiquidRestrictionSignals, kLiquidRestrictionCount> liquid_restriction;
   HeatExchangerSignals heat_exchanger;
   double hydrogen_mass;                     ///< in the tank [kg]

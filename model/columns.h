@@ -1,0 +1,37 @@
+#pragma once
+
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <type_traits>
+#include <utility>
+
+/// Rows of doubles that are kept field by field: what a law asks of neighbouring rows lies side by side, so that the
+/// compiler computes several at once.
+template <class Row, std::size_t n>
+struct Columns {
+  std::array<std::array<double, n>, sizeof(Row) / sizeof(double)> column;
+
+  constexpr Row operator[](std::size_t i) const {
+    std::array<double, sizeof(Row) / sizeof(double)> fields;
+    for (std::size_t k = 0; k < fields.size(); ++k) fields[k] = column[k][i];
+    return std::bit_cast<Row>(fields);
+  }
+  /// Takes over a row, or its first fields.
+  template <class Fields>
+  constexpr void set(std::size_t i, const Fields& row) {
+    static_assert(sizeof(Fields) <= sizeof(Row));
+    const auto fields = std::bit_cast<std::array<double, sizeof(Fields) / sizeof(double)>>(row);
+    for (std::size_t k = 0; k < fields.size(); ++k) column[k][i] = fields[k];
+  }
+};
+
+/// Where columns keep a value of row i, for who reads or writes it there.
+#define COLUMN_CELL(columns, Row, i, value) (&(columns).column[offsetof(Row, value) / sizeof(double)][i])
+
+/// Calls f with 0 to n - 1 as constants, so that each call is compiled for its row of a table.
+template <std::size_t n, class Function>
+[[gnu::always_inline]] constexpr void for_each_row(Function&& f) {
+  [&]<std::size_t... i>(std::index_sequence<i...>) { (f(std::integral_constant<std::size_t, i>{}), ...); }
+  (std::make_index_sequence<n>{});
+}
