@@ -150,8 +150,8 @@ void radiator() {
   const bool air_forward = Tessera_DW.air_sign >= 0.0, coolant_forward = Tessera_DW.coolant_sign >= 0.0;
 
   evaluate_air_behind_radiator();
-  const MoistGas &ambient = Tessera_B.gas.at[gas_node::ambient], &behind = Tessera_B.gas.at[gas_node::Air_outRadia];
-  const MoistGas& air_inlet = air_forward ? ambient : behind;
+  const MoistGas ambient = Tessera_B.gas.at[gas_node::ambient], behind = Tessera_B.gas.at[gas_node::Air_outRadia];
+  const MoistGas air_inlet = Tessera_B.gas.at[air_forward ? gas_node::ambient : gas_node::Air_outRadia];
   const liquid::Index coolant_inlet = coolant_forward ? liquid::Water_Inlet_Rad : liquid::Water_Outlet_Rad;
   Tessera_B.gas.flow[gas_flow::radiator_air] = flow_of(air_inlet, cooling.air_flow);
 

@@ -171,7 +171,8 @@ std::array<std::uint64_t, 3> bits(const AmbientConditions& conditions) {
 }
 
 /// Position of a valve, which follows its command.
-void move_actuator(const ActuatorRow& actuator, double command) {
+template <const ActuatorRow& actuator>
+void move_actuator(double command) {
   double& position = Tessera_X[actuator.position];
   if (Tessera_DW.integrators_start) position = command;
   position = clamped(position, 0.0, 1.0);
@@ -203,7 +204,7 @@ void pressure_reducer() {
 }
 
 void hydrogen_loop() {
-  const MoistGas &primary = signals.at[gas_node::GV01H1], &secondary = signals.at[gas_node::GV03H1];
+  const MoistGas primary = signals.at[gas_node::GV01H1], secondary = signals.at[gas_node::GV03H1];
   const EjectorFlows w = Ejecteur_v1(primary.state.P, secondary.state.P, signals.at[gas_node::GV02H].state.P);
   const MoistGasFlow drive = flow_of(primary, w.primary), drawn = flow_of(secondary, w.secondary);
   signals.flow[gas_flow::ejector_primary] = -drive;
@@ -226,8 +227,8 @@ void hydrogen_valves() {
                                                              .X2 = 0.0,
                                                              .X3 = 0.0});
   }
-  move_actuator(kH2_Valve1Actuator, Tessera_B.command.supply_valve);
-  move_actuator(kH2_Valve2Actuator, Tessera_B.command.bleed_valve);
+  move_actuator<kH2_Valve1Actuator>(Tessera_B.command.supply_valve);
+  move_actuator<kH2_Valve2Actuator>(Tessera_B.command.bleed_valve);
   evaluate_restrictions<restriction::H2_Valve1, restriction::H2_Valve2>();
 
   Tessera_B.hydrogen_mass = signals.content[gas_node::H2Tank].mass();
@@ -260,7 +261,7 @@ void compressor_flow() {
 }
 
 void air_line() {
-  move_actuator(kMoistGasValveActuator, Tessera_B.command.back_pressure_valve);
+  move_actuator<kMoistGasValveActuator>(Tessera_B.command.back_pressure_valve);
   evaluate_restrictions<restriction::humidifier1_inlet, restriction::humidifier1_outlet, restriction::cathode_inlet,
                         restriction::cathode_outlet, restriction::humidifier2_inlet, restriction::humidifier2_outlet,
                         restriction::MoistGasValve>();
@@ -268,7 +269,7 @@ void air_line() {
 
 void compressor_drive() {
   CompressorSignals& compressor = Tessera_B.compressor;
-  const MoistGas &inlet = signals.at[gas_node::ambient], &outlet = signals.at[gas_node::GV01A1];
+  const MoistGas inlet = signals.at[gas_node::ambient], outlet = signals.at[gas_node::GV01A1];
 
   double& first_lag = Tessera_X[state::compressor_first_lag];
   if (Tessera_DW.integrators_start) first_lag = Tessera_B.command.compressor_speed;
@@ -285,7 +286,7 @@ void compressor_drive() {
 
 void compressor_memory() {
   CompressorSignals& compressor = Tessera_B.compressor;
-  const MoistGas &inlet = signals.at[gas_node::ambient], &outlet = signals.at[gas_node::GV01A1];
+  const MoistGas inlet = signals.at[gas_node::ambient], outlet = signals.at[gas_node::GV01A1];
   compressor.T_enthalpy = compressor_enthalpy_temperature(inlet.state, outlet.state);
   compressor.h1 = Vk_fl_prop_lib::direct::gas_enthalpy(Vk_fl_prop_lib::kO2_IDG, compressor.T_enthalpy);
   compressor.h2 = Vk_fl_prop_lib::direct::gas_enthalpy(Vk_fl_prop_lib::kN2_IDG, compressor.T_enthalpy);
@@ -294,7 +295,7 @@ void compressor_memory() {
 }
 
 void humidifier_exchange() {
-  const MoistGas &S1 = signals.at[gas_node::GV01A1], &S2 = signals.at[gas_node::GV03A];
+  const MoistGas S1 = signals.at[gas_node::GV01A1], S2 = signals.at[gas_node::GV03A];
   const double Psat1 = Tessera_PsatT(Tessera_DW.exchange_PsatT1, 1.0, S1.state.T, is_major_step());
   const double Psat2 = Tessera_PsatT(Tessera_DW.exchange_PsatT2, 1.0, S2.state.T, is_major_step());
   const HumidifierExchange exchange = VapEchange1234(S1, S2, signals.flow[gas_flow::humidifier1_inlet_B],
@@ -319,7 +320,7 @@ void evaluate_air_behind_radiator() {
 
 void stack_gases() {
   const StackSignals& stack = Tessera_B.stack;
-  const MoistGas &cathode = signals.at[gas_node::cathode], &anode = signals.at[gas_node::anode];
+  const MoistGas cathode = signals.at[gas_node::cathode], anode = signals.at[gas_node::anode];
   signals.flow[gas_flow::cathode_reaction] = cathode_reaction(stack.flows, cathode);
   signals.flow[gas_flow::anode_reaction] = anode_reaction(stack.flows, anode);
   signals.flow[gas_flow::cathode_losses] = stack_gas_losses(cathode.state, stack.heat);

@@ -7,6 +7,7 @@
 
 #include "model/moist_gas.h"
 #include "model/scalar_laws.h"
+#include "runtime/lookup.h"
 #include "runtime/nonfinite.h"
 
 /// Below this pressure ratio an outflow of a heat capacity ratio of 1.4 is choked.
@@ -75,4 +76,9 @@ inline double bernoulli_mass_flow(const MoistGasState& up, double P_D, double C)
 /// Speed [1/s] of a valve actuator: a lag towards the command, with one time constant for opening and one for closing.
 /// @param command   0 to 1; one beyond moves the valve no faster than a distance of 1
 /// @param position  0 to 1
-double actuator_speed(const ActuatorRow& actuator, double command, double position);
+inline double actuator_speed(const ActuatorRow& actuator, double command, double position) {
+  const double speeds[] = {-1.0 / actuator.closing_time, 0.0, 1.0 / actuator.opening_time};
+  double speed = 0.0;
+  LookUpEven_real_T_real_T(&speed, speeds, command - position, -1.0, 2, 1.0);
+  return speed;
+}

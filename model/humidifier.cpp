@@ -41,10 +41,9 @@ HumidifierExchange VapEchange1234(const MoistGas& S1, const MoistGas& S2, const 
   constexpr double kDrainedShare = 0.4;
 
   const bool side1_is_wet = S1.state.p3 / Psat1 >= S2.state.p3 / Psat2;
-  const MoistGas &wet = side1_is_wet ? S1 : S2, &dry = side1_is_wet ? S2 : S1;
   const double G1 = dry_flow(F1), G2 = dry_flow(F2);
-  const double w = side1_is_wet ? vapour_exchange(wet.x, dry.x, G1, G2) : vapour_exchange(wet.x, dry.x, G2, G1);
-  const MoistGasFlow vapour = vapour_flow(w, wet.state.T);
+  const double w = side1_is_wet ? vapour_exchange(S1.x, S2.x, G1, G2) : vapour_exchange(S2.x, S1.x, G2, G1);
+  const MoistGasFlow vapour = vapour_flow(w, side1_is_wet ? S1.state.T : S2.state.T);
 
   const double T1 = S1.state.T, T2 = S2.state.T;
   const double C1 = capacity_flow(S1, F1), C2 = capacity_flow(S2, F2);
