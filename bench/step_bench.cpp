@@ -50,28 +50,21 @@ constexpr struct {
 };
 
 void one_step(benchmark::State& state) {
-  const UnitInOperation unit;
-  for (auto _ : state) {
-    rtOneStep(Tessera_M);
-    benchmark::ClobberMemory();
-  }
-  state.SetItemsProcessed(state.iterations());
+  UnitInOperation unit(shipped_unit());
+  for (auto _ : state) unit.do_step(100 * kBaseStep);
+  state.SetItemsProcessed(state.iterations() * 100);
 }
 
 /// The same while the weather changes, so that no evaluation can take its ambient air from the one before.
 void one_step_in_changing_weather(benchmark::State& state) {
-  const UnitInOperation unit;
-  Tessera_P.boolean[input::ambient_temperature] = 1;
-  double& temperature = Tessera_P.real[input::ambient_temperature];
-  const double start = temperature;
+  UnitInOperation unit(shipped_unit());
+  double temperature = 20.0;  // degC; the air follows with 1 s
   for (auto _ : state) {
-    temperature = temperature > 30.0 ? 20.0 : 40.0;  // degC; the air follows with 1 s
-    rtOneStep(Tessera_M);
-    benchmark::ClobberMemory();
+    temperature = 60.0 - temperature;
+    unit.set(input::ambient_temperature, temperature);
+    unit.do_step(100 * kBaseStep);
   }
-  Tessera_P.boolean[input::ambient_temperature] = 0;
-  temperature = start;
-  state.SetItemsProcessed(state.iterations());
+  state.SetItemsProcessed(state.iterations() * 100);
 }
 
 /// The limit of a step: three evaluations.

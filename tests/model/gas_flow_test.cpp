@@ -17,7 +17,6 @@
 
 namespace {
 
-
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 /// A gas of which the flow laws read pressure, density, fractions and enthalpy.
