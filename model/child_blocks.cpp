@@ -168,17 +168,11 @@ void set_up_child_block(std::size_t i) {
 
 // ---- Evaluation ----------------------------------------------------------------------------------------------------
 
-constexpr std::size_t child_that_runs(Place place, std::size_t index) {
-  const auto* row = std::ranges::find_if(kChildBlocks, [=](const ChildBlockRow& candidate) {
-    return candidate.evaluation == Evaluation::runs && candidate.place == place && candidate.index == index;
-  });
-  return static_cast<std::size_t>(row - kChildBlocks.begin());
-}
-
-constexpr std::size_t kInletCv = child_that_runs(Place::gas, gas_node::ambient);
-constexpr std::size_t kOutletCv = child_that_runs(Place::gas, gas_node::GV01A1);
-constexpr std::size_t kHeatExchanger = child_that_runs(Place::exchanger, 0);
-static_assert(std::ranges::count(kChildBlocks, Evaluation::runs, &ChildBlockRow::evaluation) == 3);
+constexpr bool runs(const ChildBlockRow& row) { return row.evaluation == Evaluation::runs; }
+static_assert(std::ranges::count_if(kChildBlocks, runs) == 1);
+constexpr auto kHeatExchanger =
+    static_cast<std::size_t>(std::ranges::find_if(kChildBlocks, runs) - kChildBlocks.begin());
+static_assert(kChildBlocks[kHeatExchanger].adaptor == Adaptor::heat_exchanger);
 
 }  // namespace
 
@@ -193,9 +187,5 @@ bool start_child_blocks() {
 }
 
 void terminate_child_blocks() { terminate(children); }
-
-void run_compressor_inlet_child_block() { run(children[kInletCv]); }
-
-void run_compressor_outlet_child_block() { run(children[kOutletCv]); }
 
 void run_heat_exchanger_child_block() { run(children[kHeatExchanger]); }

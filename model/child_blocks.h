@@ -14,9 +14,5 @@ bool start_child_blocks();
 /// Ends the children; does nothing before they were first built.
 void terminate_child_blocks();
 
-/// Evaluates the heat capacity at constant volume of the compressor's inlet air, and of its outlet air.
-void run_compressor_inlet_child_block();
-void run_compressor_outlet_child_block();
-
 /// Evaluates the radiator's heat exchanger.
 void run_heat_exchanger_child_block();

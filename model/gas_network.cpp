@@ -9,7 +9,6 @@
 
 #include "Vk_lib/Vk_fl_prop_lib/direct.h"
 #include "model/air_compressor.h"
-#include "model/child_blocks.h"
 #include "model/columns.h"
 #include "model/gas_restriction.h"
 #include "model/humidifier.h"
@@ -277,11 +276,11 @@ void compressor_drive() {
   Tessera_B.u[state::compressor_first_lag] = Tessera_B.command.compressor_speed - first_lag;
   Tessera_B.u[state::compressor_second_lag] = first_lag;
 
-  if (signals.ambient_changes) run_compressor_inlet_child_block();
-  run_compressor_outlet_child_block();
+  double &Cv_inlet = signals.Cv_dry[gas_node::ambient], &Cv_outlet = signals.Cv_dry[gas_node::GV01A1];
+  if (signals.ambient_changes) Cv_inlet = Vk_fl_prop_lib::direct::air_Cv(inlet.state.T, inlet.state.P, inlet.x);
+  Cv_outlet = Vk_fl_prop_lib::direct::air_Cv(outlet.state.T, outlet.state.P, outlet.x);
   signals.flow[gas_flow::compressor_outlet] =
-      compressor_outflow(inlet, outlet, signals.Cv_dry[gas_node::ambient] / (1.0 + inlet.x),
-                         signals.Cv_dry[gas_node::GV01A1] / (1.0 + outlet.x), compressor.w);
+      compressor_outflow(inlet, outlet, Cv_inlet / (1.0 + inlet.x), Cv_outlet / (1.0 + outlet.x), compressor.w);
 }
 
 void compressor_memory() {

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/AirHumide.h"
+#include "Vk_lib/Vk_fl_prop_lib/fl_class/AirHumide_vector.h"
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/Brine_laws.h"
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/IdG_vectors.h"
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/quintic.h"
@@ -27,6 +28,15 @@ constexpr double gas_enthalpy(const GasVector& gas, double T) {
 
 /// Heat capacity at constant pressure of moist air [J/(K kg of dry air)] at the humidity ratio w [kg/kg]: code 5.
 constexpr double air_Cp(double w) { return CAirHumide::CpW(0 >= w ? 0 : w); }
+
+/// Heat capacity at constant volume of moist air [J/(K kg of dry air)] at T [K], P [Pa] and the humidity ratio w
+/// [kg/kg]: code 6. One air serves the process: not re-entrant.
+inline double air_Cv(double T, double P, double w) {
+  static CAirHumide air(kMoist_Air);
+  const AirPoint at = limited_air(T, P, w);
+  air.SetFluidState(air.wSatT(at.T, at.P) > at.w ? 1 : 0);
+  return air.CvTW(at.T, at.w, at.P, 0, 0);
+}
 
 /// Those of a brine's values that its balances need.
 struct BrineValues {

@@ -213,11 +213,9 @@ bool cal_AirHumide(const char*, const double* coeffs, double T, double P, double
 
 bool cal_AirHumide(CAirHumide& fluid, double T, double P, double w, int code, double* out, char* msg) {
   constexpr int kCpCode = 5;
-  T = clip(T, kAirTMin, kAirTMax);
-  P = 0 >= P ? kLowest : P > kAirPMax ? kAirPMax : P;
-  if (0 >= w) w = 0;
-  if (code != kCpCode) return air_at(fluid, T, P, w, code, out, msg);
-  *out = fluid.CpTW(T, w, P, 0);
+  const AirPoint at = limited_air(T, P, w);
+  if (code != kCpCode) return air_at(fluid, at.T, at.P, at.w, code, out, msg);
+  *out = fluid.CpTW(at.T, at.w, at.P, 0);
   return true;
 }
 

@@ -33,6 +33,14 @@ inline constexpr double kAirPMax = 2e8;                        ///< P of moist a
 /// x within its limits; a not-a-number stays one.
 constexpr double clip(double x, double low, double high) { return low > x ? low : x > high ? high : x; }
 
+/// State of moist air within its limits: T [K], P [Pa], w [kg water / kg dry air].
+struct AirPoint {
+  double T, P, w;
+};
+constexpr AirPoint limited_air(double T, double P, double w) {
+  return {clip(T, kAirTMin, kAirTMax), 0 >= P ? kLowest : P > kAirPMax ? kAirPMax : P, 0 >= w ? 0 : w};
+}
+
 /// Computes one property of a fluid, or all of them.
 ///
 /// Inputs beyond their range are clipped without a message: T to the limits of a liquid's or gas's vector, to 173.15

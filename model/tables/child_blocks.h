@@ -106,9 +106,9 @@ constexpr Rows build() {
   rows.property(kH2,  kCompressor, "Subsystem1/Cp1/Cp_H2",  fluid::H2_IDG,    property::Cp, node::ambient, Cell::Cp_dry, idle);
   rows.property(kAir, kCompressor, "Subsystem1/Cp2/Cp_Air", fluid::Moist_Air, property::Cp, node::GV01A1,  Cell::Cp_dry, shared);
   rows.property(kH2,  kCompressor, "Subsystem1/Cp2/Cp_H2",  fluid::H2_IDG,    property::Cp, node::GV01A1,  Cell::Cp_dry, idle);
-  rows.property(kAir, kCompressor, "Subsystem1/Cv/Cv_Air",  fluid::Moist_Air, property::Cv, node::ambient, Cell::Cv_dry, runs);
+  rows.property(kAir, kCompressor, "Subsystem1/Cv/Cv_Air",  fluid::Moist_Air, property::Cv, node::ambient, Cell::Cv_dry, direct);
   rows.property(kH2,  kCompressor, "Subsystem1/Cv/Cv_H2",   fluid::H2_IDG,    property::Cv, node::ambient, Cell::Cv_dry, idle);
-  rows.property(kAir, kCompressor, "Subsystem1/Cv1/Cv_Air", fluid::Moist_Air, property::Cv, node::GV01A1,  Cell::Cv_dry, runs);
+  rows.property(kAir, kCompressor, "Subsystem1/Cv1/Cv_Air", fluid::Moist_Air, property::Cv, node::GV01A1,  Cell::Cv_dry, direct);
   rows.property(kH2,  kCompressor, "Subsystem1/Cv1/Cv_H2",  fluid::H2_IDG,    property::Cv, node::GV01A1,  Cell::Cv_dry, idle);
   rows.enthalpy_branches(GasKind::air, kCompressor, "Enthalpy/h_H2", "Enthalpy/air_H1", node::ambient, direct);
 

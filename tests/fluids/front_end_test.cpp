@@ -152,6 +152,11 @@ TEST_F(FrontEnd, DirectQuestionsGetTheSameBits) {
     expect_same(direct::gas_Cp(kO2_IDG, t), ask(kOxygen, 5, t, 1e5));
     expect_same(direct::gas_enthalpy(kN2_IDG, t), ask(kNitrogen, 2, t, 1e5));
     expect_same(direct::air_Cp(t / 1e4), ask(kMoistAir, 5, 300, 1e5, t / 1e4));
+    for (const double P : {-1.0, 1e5, 3e8, kNaN}) {
+      for (const double w : {-0.1, 0.0, 0.02, 3.0, kNaN}) {
+        expect_same(direct::air_Cv(t, P, w), ask(kMoistAir, 6, t, P, w));
+      }
+    }
   }
   for (const double P : {-1.0, 2e5}) {
     const auto all = direct::brine_values<kThinGlycol>(T, P);
