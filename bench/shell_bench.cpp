@@ -1,7 +1,6 @@
 // What stands around the model steps: the FMI shell, the runner, the start.
 
 #include <benchmark/benchmark.h>
-#include <dlfcn.h>
 
 #include <cstdlib>
 #include <string>
@@ -54,30 +53,9 @@ void scenario(benchmark::State& state, int seconds) {
 
 /// From the library's file to the first model step, and away again.
 void start_up(benchmark::State& state) {
-  static constexpr fmi2CallbackFunctions kCallbacks = {&UnitInOperation::log, std::calloc, std::free, nullptr, nullptr};
   for (auto _ : state) {
-    void* library = dlopen(TESSERA_LIBRARY, RTLD_NOW | RTLD_LOCAL);
-    if (library == nullptr) return state.SkipWithError(dlerror());
-    const auto find = [library]<class Function>(const char* name, Function*) {
-      return reinterpret_cast<Function*>(dlsym(library, name));
-    };
-#define FIND(name) const auto own_##name = find(#name, &name)
-    FIND(fmi2Instantiate);
-    FIND(fmi2SetupExperiment);
-    FIND(fmi2EnterInitializationMode);
-    FIND(fmi2ExitInitializationMode);
-    FIND(fmi2DoStep);
-    FIND(fmi2Terminate);
-    FIND(fmi2FreeInstance);
-    fmi2Component component =
-        own_fmi2Instantiate("bench", fmi2CoSimulation, kGuid, nullptr, &kCallbacks, fmi2False, fmi2False);
-    own_fmi2SetupExperiment(component, fmi2False, 0, 0, fmi2False, 0);
-    own_fmi2EnterInitializationMode(component);
-    own_fmi2ExitInitializationMode(component);
-    if (own_fmi2DoStep(component, 0, kBaseStep, fmi2True) != fmi2OK) return state.SkipWithError("the unit failed");
-    own_fmi2Terminate(component);
-    own_fmi2FreeInstance(component);
-    dlclose(library);
+    const ShippedUnit shipped;
+    const UnitInOperation unit(shipped.functions(), kBaseStep);
   }
   state.SetItemsProcessed(state.iterations());
 }

@@ -9,6 +9,7 @@
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/AirHumide_vector.h"
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/Brine_vectors.h"
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/IdG_vectors.h"
+#include "model/columns.h"
 #include "model/signals.h"
 #include "runtime/block_host.h"
 #include "runtime/model_store.h"
@@ -105,8 +106,8 @@ struct Cells {
   std::array<double*, kMaxPorts> out{};
 };
 
-#define GAS_CELL(node, value) COLUMN_CELL(Tessera_B.gas.at, MoistGas, node, value)
-#define LIQUID_CELL(volume, value) COLUMN_CELL(Tessera_B.liquid, LiquidPort, volume, value)
+#define GAS_CELL(node, value) COLUMN_CELL(Tessera_B.gas.at, node, value)
+#define LIQUID_CELL(volume, value) COLUMN_CELL(Tessera_B.liquid, volume, value)
 
 Cells property_cells(const ChildBlockRow& row) {
   if (row.place == Place::liquid) {

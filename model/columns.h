@@ -8,8 +8,11 @@
 
 /// Rows of doubles that are kept field by field: what a law asks of neighbouring rows lies side by side, so that the
 /// compiler computes several at once.
+///
+/// A row is a copy: what is assigned to it goes nowhere.
 template <class Row, std::size_t n>
 struct Columns {
+  using row = Row;
   std::array<std::array<double, n>, sizeof(Row) / sizeof(double)> column;
 
   constexpr Row operator[](std::size_t i) const {
@@ -19,15 +22,16 @@ struct Columns {
   }
   /// Takes over a row, or its first fields.
   template <class Fields>
-  constexpr void set(std::size_t i, const Fields& row) {
+  constexpr void set(std::size_t i, const Fields& from) {
     static_assert(sizeof(Fields) <= sizeof(Row));
-    const auto fields = std::bit_cast<std::array<double, sizeof(Fields) / sizeof(double)>>(row);
+    const auto fields = std::bit_cast<std::array<double, sizeof(Fields) / sizeof(double)>>(from);
     for (std::size_t k = 0; k < fields.size(); ++k) column[k][i] = fields[k];
   }
 };
 
 /// Where columns keep a value of row i, for who reads or writes it there.
-#define COLUMN_CELL(columns, Row, i, value) (&(columns).column[offsetof(Row, value) / sizeof(double)][i])
+#define COLUMN_CELL(columns, i, value) \
+  (&(columns).column[offsetof(std::remove_reference_t<decltype(columns)>::row, value) / sizeof(double)][i])
 
 /// Calls f with 0 to n - 1 as constants, so that each call is compiled for its row of a table.
 template <std::size_t n, class Function>

@@ -7,6 +7,7 @@
 
 #include "Vk_lib/Vk_fl_prop_lib/direct.h"
 #include "model/child_blocks.h"
+#include "model/columns.h"
 #include "model/gas_network.h"
 #include "model/inputs.h"
 #include "model/liquid_volume.h"

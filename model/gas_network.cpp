@@ -5,7 +5,6 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <utility>
 
 #include "Vk_lib/Vk_fl_prop_lib/direct.h"
 #include "model/air_compressor.h"
@@ -29,8 +28,7 @@ double limited_state(std::size_t i) { return Tessera_X[i] = Tessera_X[i] <= 0.0 
 
 // ---- The blocks ----------------------------------------------------------------------------------------------------
 
-// What lies side by side is computed law by law, with a column for each value: none waits for the divisions of another,
-// and the compiler takes several at once.
+// What lies side by side is computed law by law: none waits for the divisions of another.
 
 /// Completes the gases of neighbouring nodes, whose states are known, with what their property blocks say.
 template <GasKind kind, std::size_t first, std::size_t n>
@@ -76,8 +74,9 @@ void evaluate_volumes(const Columns<std::array<double, 3>, n>& mass_g, const std
                             [](const VolumeRow& row) { return are_alike(row, kVolumes[first]); }));
   std::array<double, n> V;
   for (std::size_t i = 0; i < n; ++i) V[i] = kVolumes[first + i].V;
-  for (std::size_t i = 0; i < n; ++i)
+  for (std::size_t i = 0; i < n; ++i) {
     signals.content.set(first + i, volume_content(volume_like<first>(V[i]), mass_g[i]));
+  }
   for (std::size_t i = 0; i < n; ++i) {
     signals.at.set(first + i, volume_state(volume_like<first>(V[i]), signals.content[first + i], T[i]));
   }
@@ -148,7 +147,8 @@ void balance_volumes() {
   }
 }
 
-/// Flows of restrictions: out of the gas at the higher pressure, or at port A.
+/// Flows of restrictions, out of the gas at the higher pressure, or at port A. Back-flow is the same law with the ports
+/// exchanged, so that composition and enthalpy are always those of the upstream gas.
 template <restriction::Index... ids>
 void evaluate_restrictions() {
   const auto evaluate = []<restriction::Index id>() {

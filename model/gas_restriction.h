@@ -1,7 +1,7 @@
 #pragma once
 
-/// Gas restrictions: the flow between two ports from the gases at both. They store nothing; back-flow is the same law
-/// with the ports exchanged, so that composition and enthalpy are always those of the upstream gas.
+/// Gas restrictions: the mass flow out of an upstream gas to the pressure behind it, and the actuators of valves. They
+/// store nothing.
 
 #include <cmath>
 

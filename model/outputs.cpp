@@ -22,7 +22,7 @@ double T_degC(gas_node::Index node) { return degC_from_K(b.gas.at[node].state.T)
 double g_per_s(gas_flow::Index flow) { return 1000.0 * b.gas.flow[flow].mdot; }
 double l_per_min(coolant_flow::Index flow) { return 57.142857142857146 * b.cooling.flow[flow]; }  // 60 / 1.05
 double humidity_percent(gas_node::Index node) {
-  const MoistGasState& gas = b.gas.at[node].state;
+  const MoistGasState gas = b.gas.at[node].state;
   return 100.0 * saturated(gas.p3 / SaturationPressureLaw(gas.T), 0.0, 1.0);
 }
 

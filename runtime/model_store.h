@@ -85,7 +85,7 @@ void Tessera_initialize();
 void Tessera_step();
 
 /// Writes the derivatives of all states, from the signals of the last evaluation, to where the solver information
-/// points.
+/// points, which is neither among the states nor among the signals.
 void Tessera_derivatives();
 
 /// Ends every child block.

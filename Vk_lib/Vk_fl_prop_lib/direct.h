@@ -29,8 +29,8 @@ constexpr double gas_enthalpy(const GasVector& gas, double T) {
 /// Heat capacity at constant pressure of moist air [J/(K kg of dry air)] at the humidity ratio w [kg/kg]: code 5.
 constexpr double air_Cp(double w) { return CAirHumide::CpW(0 >= w ? 0 : w); }
 
-/// Heat capacity at constant volume of moist air [J/(K kg of dry air)] at T [K], P [Pa] and the humidity ratio w
-/// [kg/kg]: code 6. One air serves the process: not re-entrant.
+/// Heat capacity at constant volume of moist air, of the vector kMoist_Air, [J/(K kg of dry air)] at T [K], P [Pa] and
+/// the humidity ratio w [kg/kg]: code 6. One air serves the process: not re-entrant.
 inline double air_Cv(double T, double P, double w) {
   static CAirHumide air(kMoist_Air);
   const AirPoint at = limited_air(T, P, w);

@@ -22,7 +22,7 @@ enum class Cell { h1, h2, Cp_dry, Cv_dry, vector };
 
 /// How the step gets a child's result.
 enum class Evaluation {
-  direct,  ///< from the fluid's own laws, which are compiled into the step with the fluid's coefficients
+  direct,  ///< from the fluid's own laws, which the step asks itself
   runs,    ///< from the child, through its host
   shared,  ///< from another child, which asks for the same fluid and code at the same place
   idle,    ///< not at all: nothing reads it; mostly the branch for the other kind of gas

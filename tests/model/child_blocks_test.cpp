@@ -2,12 +2,17 @@
 
 #include "model/child_blocks.h"
 
+#include <array>
+#include <bit>
 #include <cmath>
+#include <cstddef>
+#include <numeric>
 
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/AirHumide_vector.h"
 #include "Vk_lib/Vk_fl_prop_lib/fl_class/IdG_vectors.h"
 #include "fluids/fluid_test.h"
 #include "fmi/shell_fixture.h"
+#include "model/columns.h"
 #include "runtime/block_host.h"
 
 namespace {
@@ -47,7 +52,7 @@ TEST_F(ChildBlocks, EveryGasBlockIsAnsweredAtItsOwnPlace) {
   for (const ChildBlockRow& row : kChildBlocks) {
     const bool at_compressor = row.place == Place::compressed_air;
     if (row.evaluation == Evaluation::idle || (row.place != Place::gas && !at_compressor)) continue;
-    const MoistGas& gas = Tessera_B.gas.at[at_compressor ? gas_node::GV01A1 : row.index];
+    const MoistGas gas = Tessera_B.gas.at[at_compressor ? gas_node::GV01A1 : row.index];
     const CompressorSignals& compressor = Tessera_B.compressor;
     const double T = at_compressor ? compressor.T_enthalpy : gas.state.T;
     const double cell = row.cell == Cell::h1       ? at_compressor ? compressor.h1 : gas.h1
@@ -67,6 +72,25 @@ TEST_F(ChildBlocks, EveryGasBlockIsAnsweredAtItsOwnPlace) {
   EXPECT_EQ(answered, 98 - 6);  // all property blocks in use but the coolant's
 }
 
+TEST(Columns, ARowComesBackAndItsCellsAreWhereChildrenReadAndWrite) {
+  std::array<double, sizeof(MoistGas) / sizeof(double)> numbers;
+  std::iota(numbers.begin(), numbers.end(), 1.0);
+  const auto gas = std::bit_cast<MoistGas>(numbers);
+  Columns<MoistGas, 3> gases{};
+  gases.set(1, gas);
+  EXPECT_EQ(std::bit_cast<decltype(numbers)>(gases[1]), numbers);
+  for (const std::size_t other : {0U, 2U})
+    EXPECT_EQ(std::bit_cast<decltype(numbers)>(gases[other]), decltype(numbers){});
+  *COLUMN_CELL(gases, 2, h1) = 7.0;
+  EXPECT_EQ(gases[2].h1, 7.0);
+  EXPECT_EQ(*COLUMN_CELL(gases, 1, state.P), gas.state.P);
+  EXPECT_EQ(*COLUMN_CELL(gases, 1, state.T), gas.state.T);
+  EXPECT_EQ(*COLUMN_CELL(gases, 1, x), gas.x);
+  gases.set(1, MoistGasState{});
+  EXPECT_EQ(gases[1].state.T, 0.0);
+  EXPECT_EQ(gases[1].h, gas.h);
+}
+
 TEST_F(ChildBlocks, AmbientAirFollowsEachOfItsConditions) {
   start();
   constexpr AmbientConditions kScenario = {313.15, 1e5, 30};
@@ -75,7 +99,7 @@ TEST_F(ChildBlocks, AmbientAirFollowsEachOfItsConditions) {
     Tessera_X[state::ambient_pressure] = P;
     Tessera_X[state::ambient_humidity] = RH;
     Tessera_step();  // in which they move a little towards the scenario's
-    const MoistGas& air = Tessera_B.gas.at[gas_node::ambient];
+    const MoistGas air = Tessera_B.gas.at[gas_node::ambient];
     EXPECT_NEAR(air.state.T, T, 0.05);
     EXPECT_NEAR(air.state.P, P, 50);
     // The law of the humidity takes air for 27.8 g/mol, that of the pressures for 28.83 when dry.
@@ -87,7 +111,7 @@ TEST_F(ChildBlocks, AmbientAirFollowsEachOfItsConditions) {
 
 TEST_F(ChildBlocks, AFailureShowsWhenTheInstanceIsFreed) {
   fmi2Component c = start();
-  const MoistGasState& gas = Tessera_B.gas.at[gas_node::cathode].state;
+  const MoistGasState gas = Tessera_B.gas.at[gas_node::cathode].state;
   const double type[] = {1, 1, 3}, name[] = {1, 2, 'N', '2'}, vector[27] = {25, 1}, code[] = {1, 1, 13};
   const ParameterArray parameters[] = {type, name, vector, code, code};
   const double* const inputs[] = {&gas.T, &gas.P};

@@ -1,4 +1,3 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
@@ -20,10 +19,10 @@ namespace {
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 /// A gas of which the flow laws read pressure, density, fractions and enthalpy.
-MoistGas gas_of(double P, double rho, double X1 = 0.2, double h = 3e5) {
+MoistGas gas_of(double P, double rho) {
   MoistGas gas{};
-  gas.state = {.P = P, .p1 = 0, .p2 = 0, .p3 = 0, .T = 300, .rho = rho, .X1 = X1, .X2 = 0.9 - X1, .X3 = 0.1};
-  gas.h = h;
+  gas.state = {.P = P, .p1 = 0, .p2 = 0, .p3 = 0, .T = 300, .rho = rho, .X1 = 0.2, .X2 = 0.7, .X3 = 0.1};
+  gas.h = 3e5;
   return gas;
 }
 
