@@ -1,8 +1,8 @@
 #pragma once
 
-#include <array>
 #include <bit>
 #include <cstddef>
+#include <iterator>
 #include <type_traits>
 #include <utility>
 
@@ -13,20 +13,26 @@
 template <class Row, std::size_t n>
 struct Columns {
   using row = Row;
-  std::array<std::array<double, n>, sizeof(Row) / sizeof(double)> column;
+  double column[sizeof(Row) / sizeof(double)][n];
 
-  constexpr Row operator[](std::size_t i) const {
-    std::array<double, sizeof(Row) / sizeof(double)> fields;
-    for (std::size_t k = 0; k < fields.size(); ++k) fields[k] = column[k][i];
+  [[gnu::always_inline]] constexpr Row operator[](std::size_t i) const {
+    FieldsOf<Row> fields;
+    for (std::size_t k = 0; k < std::size(fields.value); ++k) fields.value[k] = column[k][i];
     return std::bit_cast<Row>(fields);
   }
   /// Takes over a row, or its first fields.
-  template <class Fields>
-  constexpr void set(std::size_t i, const Fields& from) {
-    static_assert(sizeof(Fields) <= sizeof(Row));
-    const auto fields = std::bit_cast<std::array<double, sizeof(Fields) / sizeof(double)>>(from);
-    for (std::size_t k = 0; k < fields.size(); ++k) column[k][i] = fields[k];
+  template <class Part>
+  [[gnu::always_inline]] constexpr void set(std::size_t i, const Part& from) {
+    static_assert(sizeof(Part) <= sizeof(Row));
+    const auto fields = std::bit_cast<FieldsOf<Part>>(from);
+    for (std::size_t k = 0; k < std::size(fields.value); ++k) column[k][i] = fields.value[k];
   }
+
+ private:
+  template <class Part>
+  struct FieldsOf {
+    double value[sizeof(Part) / sizeof(double)];
+  };
 };
 
 /// Where columns keep a value of row i, for who reads or writes it there.
